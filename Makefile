@@ -1,0 +1,40 @@
+# Zelkova2: `make test` builds and tests both lanes; `make run` starts the program under Wine.
+.PHONY: test deps build-linux build-windows run format clean
+
+test: deps
+	@status=0; \
+	$(MAKE) --no-print-directory build-linux || status=1; \
+	$(MAKE) --no-print-directory build-windows || status=1; \
+	for lane in linux windows; do \
+	  rm -f build/$$lane/test-counts; \
+	  if [ -f build/$$lane/CTestTestfile.cmake ]; then scripts/run-lane $$lane || status=1; fi; \
+	done; \
+	passed=0; failed=0; \
+	for lane in linux windows; do \
+	  if [ -f build/$$lane/test-counts ]; then \
+	    read p f < build/$$lane/test-counts; passed=$$((passed + p)); failed=$$((failed + f)); \
+	  else failed=$$((failed + 1)); fi; \
+	done; \
+	if [ $$status -ne 0 ] && [ $$failed -eq 0 ]; then failed=1; fi; \
+	echo "$$passed passed, $$failed failed"; \
+	exit $$status
+
+deps:
+	@scripts/install-deps
+
+build-linux:
+	cmake --preset linux >/dev/null
+	cmake --build --preset linux
+
+build-windows:
+	cmake --preset windows >/dev/null
+	cmake --build --preset windows
+
+run:
+	@echo "The controller is not built yet: make run comes with it."
+
+format:
+	@find src tests bench companions -name '*.cpp' -o -name '*.h' 2>/dev/null | xargs clang-format -i
+
+clean:
+	rm -rf build

@@ -1,0 +1,67 @@
+#include "platform/sim/registry_hive.h"
+
+namespace zk::sim {
+
+RegistryHive::RegistryHive() {
+    keys_[Text()] = {};
+}
+
+Text RegistryHive::Fold(const Text& name) {
+    Text folded = name;
+    for (auto& c : folded) {
+        if (c >= u'a' && c <= u'z') c = static_cast<char16_t>(c - u'a' + u'A');
+    }
+    while (!folded.empty() && folded.back() == u'\\')
+        folded.pop_back();
+    return folded;
+}
+
+Text RegistryHive::Join(const Text& parent, const Text& child) {
+    if (parent.empty()) return child;
+    if (child.empty()) return parent;
+    return parent + u"\\" + child;
+}
+
+bool RegistryHive::KeyExists(const Text& path) const {
+    return keys_.count(Fold(path)) != 0;
+}
+
+void RegistryHive::CreateKey(const Text& path) {
+    const Text folded = Fold(path);
+    for (std::size_t i = 0; i <= folded.size(); ++i) {
+        if (i == folded.size() || folded[i] == u'\\') keys_[folded.substr(0, i)];
+    }
+}
+
+const RegValue* RegistryHive::FindValue(const Text& path, const Text& name) const {
+    const auto key = keys_.find(Fold(path));
+    if (key == keys_.end()) return nullptr;
+    const auto value = key->second.values.find(Fold(name));
+    return value == key->second.values.end() ? nullptr : &value->second;
+}
+
+void RegistryHive::SetValue(const Text& path, const Text& name, std::uint32_t type,
+                            std::vector<std::byte> data) {
+    CreateKey(path);
+    keys_[Fold(path)].values[Fold(name)] = RegValue{name, type, std::move(data)};
+}
+
+bool RegistryHive::DeleteValue(const Text& path, const Text& name) {
+    const auto key = keys_.find(Fold(path));
+    return key != keys_.end() && key->second.values.erase(Fold(name)) != 0;
+}
+
+bool RegistryHive::DeleteTree(const Text& path) {
+    const Text folded = Fold(path);
+    if (keys_.count(folded) == 0) return false;
+    for (auto it = keys_.begin(); it != keys_.end();) {
+        const bool inside =
+            it->first == folded ||
+            (it->first.size() > folded.size() && it->first.compare(0, folded.size(), folded) == 0 &&
+             it->first[folded.size()] == u'\\');
+        it = inside && !folded.empty() ? keys_.erase(it) : std::next(it);
+    }
+    return true;
+}
+
+}  // namespace zk::sim

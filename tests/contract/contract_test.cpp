@@ -1,0 +1,345 @@
+// What the program relies on from the system, checked against every backend of the lane with the
+// same code: the simulated session must behave here as the real system (under Wine) does.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+#include "contract/backends.h"
+
+namespace zk::contract {
+namespace {
+
+constexpr std::uint32_t kModAltControlShift = 7;
+constexpr std::uint32_t kVkF9 = 0x78;
+constexpr std::uint32_t kProbeMessage = WmUser + 1;
+constexpr Lresult kClassResult = 77;
+constexpr std::uint32_t kRegDword = 4;
+constexpr std::uint32_t kRegSz = 1;
+const Text kTestKey = u"Software\\Zelkova2ContractTest";
+
+Os* g_os = nullptr;
+
+Lresult ZK_CALLBACK ClassProcedure(Hwnd w, std::uint32_t m, Wparam wp, Lparam lp) {
+    if (m == kProbeMessage) return kClassResult;
+    return g_os->DefWindowProcW(w, m, wp, lp);
+}
+
+WndProc g_previous = nullptr;
+Lresult ZK_CALLBACK SubclassProbe(Hwnd w, std::uint32_t m, Wparam wp, Lparam lp) {
+    const Lresult original = g_os->CallWindowProcW(g_previous, w, m, wp, lp);
+    return m == kProbeMessage ? original + 1000 : original;
+}
+
+// Names of kernel objects carry the test's process id so that runs never meet.
+std::string Suffix(Os& os) {
+    return std::to_string(os.GetCurrentProcessId());
+}
+Text WideSuffix(Os& os) {
+    const std::string s = Suffix(os);
+    return Text(s.begin(), s.end());
+}
+
+class Contract : public ::testing::TestWithParam<Backend> {
+  protected:
+    void SetUp() override {
+        os_ = GetParam().make();
+        g_os = os_.get();
+    }
+    void TearDown() override {
+        for (const Hwnd w : windows_) {
+            if (os().IsWindow(w)) (void)os().DestroyWindow(w);
+        }
+        g_os = nullptr;
+    }
+    Os& os() { return *os_; }
+
+    Hwnd MakeWindow() {
+        const Hinstance instance = os().GetModuleHandleW();
+        (void)os().RegisterClassW(u"ZkContractWindow", &ClassProcedure, instance);  // once
+        const Hwnd w =
+            os().CreateWindowExW(0, u"ZkContractWindow", u"zk contract", 0, nullptr, instance);
+        windows_.push_back(w);
+        return w;
+    }
+
+    Text DesktopName(Hdesk desk) { return os().GetUserObjectInformationW(desk); }
+
+  private:
+    std::unique_ptr<Os> os_;
+    std::vector<Hwnd> windows_;
+};
+
+TEST_P(Contract, NamedAutoResetEventIsCreatedThenOpenedAndReleasesOneWaitPerSignal) {
+    const Ansi name = "Local\\zk_contract_event_" + Suffix(os());
+    const Handle first = os().CreateEventA(false, false, name);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(os().GetLastError(), ErrorSuccess);
+    const Handle second = os().CreateEventA(false, false, name);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(os().GetLastError(), ErrorAlreadyExists);
+
+    EXPECT_EQ(os().WaitForSingleObject(first, 0), WaitTimeout) << "created non-signalled";
+    EXPECT_TRUE(os().SetEvent(second));
+    EXPECT_EQ(os().WaitForSingleObject(first, 0), WaitObject0);
+    EXPECT_EQ(os().WaitForSingleObject(second, 0), WaitTimeout) << "auto-reset: one wait only";
+
+    EXPECT_TRUE(os().CloseHandle(first));
+    EXPECT_TRUE(os().CloseHandle(second));
+    const Handle again = os().CreateEventA(false, false, name);
+    EXPECT_EQ(os().GetLastError(), ErrorSuccess) << "the last close ended the event";
+    EXPECT_TRUE(os().CloseHandle(again));
+}
+
+TEST_P(Contract, EventNameTakenByAnotherKindOfObjectFailsWithInvalidHandle) {
+    const Ansi name = "Local\\zk_contract_taken_" + Suffix(os());
+    const Handle mutex = os().CreateMutexA(false, name);
+    ASSERT_NE(mutex, nullptr);
+    EXPECT_EQ(os().CreateEventA(false, false, name), nullptr);
+    EXPECT_EQ(os().GetLastError(), ErrorInvalidHandle);
+    EXPECT_TRUE(os().CloseHandle(mutex));
+    EXPECT_FALSE(os().CloseHandle(mutex));
+    EXPECT_EQ(os().GetLastError(), ErrorInvalidHandle);
+}
+
+TEST_P(Contract, ThreadAndInputDesktopAreDefaultAtStart) {
+    const Hdesk thread = os().GetThreadDesktop(os().GetCurrentThreadId());
+    ASSERT_NE(thread, nullptr);
+    EXPECT_EQ(DesktopName(thread), u"Default");
+    const Hdesk input = os().OpenInputDesktop(0, false, DesktopSwitchDesktop);
+    ASSERT_NE(input, nullptr);
+    EXPECT_EQ(DesktopName(input), u"Default");
+    EXPECT_TRUE(os().CloseDesktop(input));
+}
+
+TEST_P(Contract, DesktopIsCreatedOrOpenedByName) {
+    const Text name = u"zkdesk" + WideSuffix(os());
+    const Hdesk created = os().CreateDesktopW(name, 0, GenericAll);
+    ASSERT_NE(created, nullptr);
+    EXPECT_EQ(DesktopName(created), name);
+    const Hdesk opened = os().CreateDesktopW(name, 0, GenericAll);
+    ASSERT_NE(opened, nullptr);
+    EXPECT_EQ(DesktopName(opened), name);
+    EXPECT_TRUE(os().CloseDesktop(opened));
+    EXPECT_TRUE(os().CloseDesktop(created));
+}
+
+TEST_P(Contract, SetThreadDesktopIsRefusedWhileTheThreadOwnsAWindow) {
+    const Text name = u"zkthread" + WideSuffix(os());
+    const Hdesk own = os().GetThreadDesktop(os().GetCurrentThreadId());
+    const Hdesk other = os().CreateDesktopW(name, 0, GenericAll);
+    ASSERT_NE(other, nullptr);
+    const Hwnd window = MakeWindow();
+    ASSERT_NE(window, nullptr);
+
+    EXPECT_FALSE(os().SetThreadDesktop(other));
+    EXPECT_EQ(os().GetLastError(), ErrorBusy);
+    EXPECT_TRUE(os().SetThreadDesktop(own)) << "its own desktop is granted";
+    EXPECT_EQ(DesktopName(os().GetThreadDesktop(os().GetCurrentThreadId())), u"Default");
+
+    EXPECT_TRUE(os().DestroyWindow(window));
+    EXPECT_TRUE(os().CloseDesktop(other));
+}
+
+TEST_P(Contract, SwitchDesktopMakesADesktopTheInputDesktop) {
+    const Text name = u"zkswitch" + WideSuffix(os());
+    const Hdesk target = os().CreateDesktopW(name, 0, GenericAll);
+    const Hdesk home = os().OpenInputDesktop(0, false, DesktopSwitchDesktop);
+    ASSERT_NE(target, nullptr);
+    ASSERT_NE(home, nullptr);
+
+    EXPECT_TRUE(os().SwitchDesktop(target));
+    const Hdesk input = os().OpenInputDesktop(0, false, DesktopSwitchDesktop);
+    if (GetParam().switchDesktopLeavesInputDesktop) {
+        EXPECT_EQ(DesktopName(input), u"Default")
+            << "Wine's SwitchDesktop returns TRUE but leaves the input desktop";
+    } else {
+        EXPECT_EQ(DesktopName(input), name);
+    }
+    EXPECT_TRUE(os().SwitchDesktop(home));
+    EXPECT_TRUE(os().CloseDesktop(input));
+    EXPECT_TRUE(os().CloseDesktop(home));
+    EXPECT_TRUE(os().CloseDesktop(target));
+}
+
+TEST_P(Contract, AHotKeyCombinationBelongsToOneRegistration) {
+    const Hwnd window = MakeWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_NE(os().RegisterHotKey(window, 1, kModAltControlShift, kVkF9), 0);
+    EXPECT_EQ(os().RegisterHotKey(window, 2, kModAltControlShift, kVkF9), 0);
+    EXPECT_EQ(os().GetLastError(), ErrorHotkeyAlreadyRegistered);
+
+    EXPECT_TRUE(os().UnregisterHotKey(window, 1));
+    EXPECT_FALSE(os().UnregisterHotKey(window, 1));
+    EXPECT_EQ(os().GetLastError(), ErrorHotkeyNotRegistered);
+    EXPECT_NE(os().RegisterHotKey(window, 2, kModAltControlShift, kVkF9), 0) << "freed again";
+    EXPECT_TRUE(os().UnregisterHotKey(window, 2));
+}
+
+TEST_P(Contract, WindowPropertiesAreNamedPointerSizedSlots) {
+    const Hwnd window = MakeWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(os().GetPropW(window, u"zk-missing"), nullptr);
+    EXPECT_TRUE(os().SetPropW(window, u"C920", HandleFrom<Handle>(3)));
+    EXPECT_EQ(os().GetPropW(window, u"c920"), HandleFrom<Handle>(3)) << "names ignore case";
+    EXPECT_TRUE(os().SetPropW(window, u"920#786#1", HandleFrom<Handle>(-5)));
+    EXPECT_EQ(os().GetPropW(window, u"920#786#1"), HandleFrom<Handle>(-5));
+    EXPECT_TRUE(os().SetPropA(window, "Zelkova2_APP5", HandleFrom<Handle>(1)));
+    EXPECT_EQ(os().GetPropW(window, u"Zelkova2_APP5"), HandleFrom<Handle>(1));
+    EXPECT_EQ(os().RemovePropW(window, u"C920"), HandleFrom<Handle>(3));
+    EXPECT_EQ(os().GetPropW(window, u"C920"), nullptr);
+    EXPECT_EQ(os().RemovePropW(window, u"C920"), nullptr);
+}
+
+TEST_P(Contract, SubclassingReplacesAndRestoresTheWindowProcedure) {
+    const Hwnd window = MakeWindow();
+    ASSERT_NE(window, nullptr);
+    std::uint32_t processId = 0;
+    EXPECT_NE(os().GetWindowThreadProcessId(window, &processId), 0u);
+    EXPECT_EQ(processId, os().GetCurrentProcessId());
+
+    const std::intptr_t previous = os().SetWindowLongPtrW(
+        window, GwlpWndProc, reinterpret_cast<std::intptr_t>(&SubclassProbe));
+    ASSERT_NE(previous, 0);
+    g_previous = reinterpret_cast<WndProc>(previous);
+    EXPECT_EQ(os().SendMessageW(window, kProbeMessage, 0, 0), kClassResult + 1000);
+    EXPECT_EQ(os().SetWindowLongPtrW(window, GwlpWndProc, previous),
+              reinterpret_cast<std::intptr_t>(&SubclassProbe));
+    EXPECT_EQ(os().SendMessageW(window, kProbeMessage, 0, 0), kClassResult);
+
+    const Hwnd gone = HandleFrom<Hwnd>(0x7FFF0);
+    EXPECT_FALSE(os().IsWindow(gone));
+    EXPECT_EQ(os().SetWindowLongPtrW(gone, GwlpWndProc, previous), 0);
+    EXPECT_EQ(os().GetLastError(), ErrorInvalidWindowHandle);
+}
+
+TEST_P(Contract, PostedMessagesArriveThroughGetMessageAndQuitEndsTheLoop) {
+    const Hwnd window = MakeWindow();
+    ASSERT_TRUE(os().PostMessageW(window, kProbeMessage, 1, 2));
+    Msg m;
+    int result = 0;
+    for (int i = 0; i < 100; ++i) {  // the system may have queued its own messages first
+        result = os().GetMessageW(m);
+        if (m.message == kProbeMessage) break;
+        (void)os().DispatchMessageW(m);
+    }
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(m.hwnd, window);
+    EXPECT_EQ(m.wParam, 1u);
+    EXPECT_EQ(os().DispatchMessageW(m), kClassResult);
+    os().PostQuitMessage(3);
+    for (int i = 0; i < 100 && (result = os().GetMessageW(m)) != 0; ++i) {
+        (void)os().DispatchMessageW(m);
+    }
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(m.message, WmQuit);
+    EXPECT_EQ(m.wParam, 3u);
+}
+
+TEST_P(Contract, CloseMessageDestroysTheWindowThroughDefWindowProc) {
+    const Hwnd window = MakeWindow();
+    ASSERT_TRUE(os().IsWindow(window));
+    (void)os().SendMessageW(window, WmClose, 0, 0);
+    EXPECT_FALSE(os().IsWindow(window));
+}
+
+TEST_P(Contract, RegistryReportsMissingKeysValuesTypesAndSizes) {
+    (void)os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey);
+    Hkey key = nullptr;
+    EXPECT_EQ(os().RegOpenKeyExW(HkeyCurrentUser(), kTestKey, 0, KeyQueryValue, key),
+              static_cast<std::int32_t>(ErrorFileNotFound));
+    ASSERT_EQ(os().RegCreateKeyW(HkeyCurrentUser(), kTestKey, key), 0);
+
+    std::uint32_t type = 99;
+    std::uint32_t size = 0;
+    EXPECT_EQ(os().RegQueryValueExW(key, u"Missing", &type, nullptr, &size),
+              static_cast<std::int32_t>(ErrorFileNotFound));
+
+    const std::array<std::byte, 4> dword = {std::byte{4}, std::byte{3}, std::byte{2}, std::byte{1}};
+    ASSERT_EQ(os().RegSetValueExW(key, u"Number", kRegDword, dword), 0);
+    EXPECT_EQ(os().RegQueryValueExW(key, u"Number", &type, nullptr, &size), 0);
+    EXPECT_EQ(type, kRegDword);
+    EXPECT_EQ(size, 4u);
+    std::array<std::byte, 4> read{};
+    size = 2;
+    EXPECT_EQ(os().RegQueryValueExW(key, u"Number", &type, read.data(), &size),
+              static_cast<std::int32_t>(ErrorMoreData));
+    EXPECT_EQ(size, 4u);
+    EXPECT_EQ(os().RegQueryValueExW(key, u"Number", &type, read.data(), &size), 0);
+    EXPECT_EQ(read, dword);
+
+    const std::array<std::byte, 6> text = {std::byte{'a'}, std::byte{0}, std::byte{'b'},
+                                           std::byte{0},   std::byte{0}, std::byte{0}};
+    ASSERT_EQ(os().RegSetValueExW(key, u"Text", kRegSz, text), 0);
+    EXPECT_EQ(os().RegQueryValueExW(key, u"text", &type, nullptr, &size), 0);
+    EXPECT_EQ(type, kRegSz);
+    EXPECT_EQ(size, 6u);
+    EXPECT_EQ(os().RegCloseKey(key), 0);
+
+    ASSERT_EQ(os().RegOpenKeyExW(HkeyCurrentUser(), kTestKey, 0, KeyQueryValue, key), 0);
+    EXPECT_EQ(os().RegSetValueExW(key, u"Number", kRegDword, dword),
+              static_cast<std::int32_t>(ErrorAccessDenied))
+        << "a key opened for reading cannot be written";
+    EXPECT_EQ(os().RegCloseKey(key), 0);
+    EXPECT_EQ(os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey), 0);
+}
+
+TEST_P(Contract, SystemTextOfAKnownCodeEndsWithALineBreakAndAnUnknownCodeHasNone) {
+    std::array<char16_t, 256> buffer{};
+    const std::uint32_t n = os().FormatMessageW(0x1200, ErrorFileNotFound, 0, buffer);
+    ASSERT_GT(n, 2u);
+    EXPECT_EQ(Text(buffer.data() + n - 2, 2), u"\r\n");
+    EXPECT_EQ(os().FormatMessageW(0x1200, 0x20001234, 0, buffer), 0u);
+}
+
+TEST_P(Contract, CreateProcessOfAMissingProgramFails) {
+    ProcessInformation pi;
+    const Text missing = GetParam().recorderPath(os()) + u".missing.exe";
+    EXPECT_FALSE(os().CreateProcessW(missing, u" 1", true, 0, StartupInfo{}, pi));
+    const std::uint32_t error = os().GetLastError();
+    EXPECT_TRUE(error == ErrorFileNotFound || error == ErrorPathNotFound) << error;
+}
+
+TEST_P(Contract, CreateProcessStartsTheProgramOnTheNamedDesktopWithItsTitle) {
+    const Text desk = u"zkrecord" + WideSuffix(os());
+    const Hdesk handle = os().CreateDesktopW(desk, 0, GenericAll);
+    ASSERT_NE(handle, nullptr);
+    const Text program = GetParam().recorderPath(os());
+    StartupInfo si;
+    si.lpDesktop = desk;
+    si.lpTitle = desk;
+    ProcessInformation pi;
+    ASSERT_TRUE(os().CreateProcessW(program, u" 7", true, 0, si, pi)) << os().GetLastError();
+    const auto seen = GetParam().observe(os(), pi);
+    ASSERT_TRUE(seen.has_value());
+    EXPECT_EQ(seen->commandLine, u" 7");
+    EXPECT_EQ(seen->desktop, desk);
+    EXPECT_EQ(seen->title, desk);
+    EXPECT_TRUE(os().CloseHandle(pi.hProcess));
+    EXPECT_TRUE(os().CloseHandle(pi.hThread));
+    EXPECT_TRUE(os().CloseDesktop(handle));
+}
+
+TEST_P(Contract, LocalApplicationDataFolderIsFoundWithoutTrailingBackslash) {
+    std::array<char16_t, 260> buffer{};
+    EXPECT_EQ(os().SHGetFolderPathW(CsidlLocalAppData | CsidlFlagCreate, 0, buffer), SOk);
+    const Text folder(buffer.data());
+    ASSERT_GT(folder.size(), 3u);
+    EXPECT_EQ(folder[1], u':');
+    EXPECT_NE(folder.back(), u'\\');
+}
+
+TEST_P(Contract, AnsiCodePageRoundTripsItsOwnCharacters) {
+    const Ansi ansi = "Zelkova \xE9\x80";  // e acute, euro sign in Windows-1252
+    const Text text = os().MultiByteToWideChar(ansi);
+    EXPECT_EQ(text, u"Zelkova \u00E9\u20AC");
+    EXPECT_EQ(os().WideCharToMultiByte(text), ansi);
+    EXPECT_EQ(os().MultiByteToWideChar(std::string_view("a\0b", 3)), Text(u"a\0b", 3));
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, Contract, ::testing::ValuesIn(Backends()),
+                         [](const auto& info) { return info.param.name; });
+
+}  // namespace
+}  // namespace zk::contract
