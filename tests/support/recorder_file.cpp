@@ -17,10 +17,14 @@ Text FromUtf8(const std::string& s) {
     return Text(w.begin(), w.end());
 }
 
+// Each recording gets a file of its own, so that late writers of an earlier one never mix in.
+int g_recording = 0;
+
 std::wstring RecordFile() {
     wchar_t temp[MAX_PATH] = {};
     ::GetTempPathW(MAX_PATH, temp);
-    return std::wstring(temp) + L"zk-records-" + std::to_wstring(::GetCurrentProcessId()) + L".txt";
+    return std::wstring(temp) + L"zk-records-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+           std::to_wstring(g_recording) + L".txt";
 }
 
 }  // namespace
@@ -38,6 +42,7 @@ Text RecorderPath() {
 }
 
 void StartRecording() {
+    ++g_recording;
     const std::wstring file = RecordFile();
     ::DeleteFileW(file.c_str());
     ::SetEnvironmentVariableW(L"ZK_RECORD_FILE", file.c_str());

@@ -1,0 +1,32 @@
+#pragma once
+// What the program fixes about its companion programs: their file names and folder (the
+// program's own), the desktops they run on and the command line each one gets.
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/os.h"
+
+namespace zk {
+
+inline constexpr char16_t kPilotFileName[] = u"DeskPilot.exe";
+inline constexpr char16_t kHeraldFileName[] = u"DeskHerald.exe";
+// Desktop 1 is the input desktop found at start; the program calls it by this name.
+inline constexpr char16_t kDefaultDesktopName[] = u"Default";
+
+enum class Companion { Pilot, Herald };
+
+struct CompanionStart {
+    Companion program;
+    std::int16_t argument;
+};
+
+// The companions started on desktop 1 to 4, in order. Desktop 1 also runs the herald that
+// serves the controller's own block.
+[[nodiscard]] std::vector<CompanionStart> CompanionsOfDesktop(std::int16_t desk);
+
+// A companion's argument: the number's decimal digits ("2"); its command line is a blank
+// followed by them.
+[[nodiscard]] Text CompanionArgument(std::int16_t argument);
+
+}  // namespace zk

@@ -1,0 +1,116 @@
+#include "diagnostics/err_log.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/sim/sim_os.h"
+
+namespace zk {
+namespace {
+
+const Text kAppData = u"C:\\Users\\user1\\AppData\\Local";
+const Text kLog = kAppData + u"\\ZelkovaErrors.txt";
+
+TEST(ErrLogFolder, AddsOneBackslashAndRemembersOnlyASuccessfulLookup) {
+    sim::SimOs os;
+    ErrLog log(os);
+    EXPECT_EQ(log.LogFolder(), kAppData + u"\\");
+    EXPECT_EQ(log.LogFolder(), kAppData + u"\\");
+    EXPECT_EQ(os.journal().Count("SHGetFolderPathW"), 1);
+    EXPECT_EQ(os.journal().Details("SHGetFolderPathW").front(), "32796 0") << "0x801C: create it";
+
+    sim::SimOs trailing;
+    trailing.SetLocalAppData(u"E:\\Data\\");
+    EXPECT_EQ(ErrLog(trailing).LogFolder(), u"E:\\Data\\");
+}
+
+TEST(ErrLogFolder, FallsBackWithoutRememberingTheFallback) {
+    struct Case {
+        std::int32_t result;
+        Text folder;
+    };
+    for (const Case& c : {Case{SFalse, u"c:\\"}, Case{EInvalidArg, u"c:\\"},
+                          Case{static_cast<std::int32_t>(0x80004005), u""}}) {
+        sim::SimOs os;
+        ErrLog log(os);
+        os.SetFolderPathResult(c.result);
+        EXPECT_EQ(log.LogFolder(), c.folder);
+        os.SetFolderPathResult(std::nullopt);
+        EXPECT_EQ(log.LogFolder(), kAppData + u"\\") << "the system is asked again";
+        EXPECT_EQ(os.journal().Count("SHGetFolderPathW"), 2);
+    }
+}
+
+TEST(ErrLogEntry, IsDateTimeBlankMessageAndLineEndInTheAnsiCodePage) {
+    sim::SimOs os;
+    ErrLog log(os);
+    log.LogError(u"Zelkova: caf\u00E9");
+    os.SetLocalTime({2026, 11, 0, 23, 0, 0, 0, 0});
+    log.LogError(u"at midnight");
+    os.SetLocalTime({2026, 11, 0, 23, 0, 0, 1, 0});
+    log.LogError(u"");
+    EXPECT_EQ(os.FileText(kLog),
+              "11/22/2026 2:05:09 PM Zelkova: caf\xE9\r\n"
+              "11/23/2026 at midnight\r\n"
+              "11/23/2026 12:00:01 AM \r\n");
+}
+
+TEST(ErrLogEntry, AppendsToWhatIsThereOpeningAndClosingTheFileEachTime) {
+    sim::SimOs os;
+    os.AddFile(kLog, {std::byte{'o'}, std::byte{'l'}, std::byte{'d'}, std::byte{'\n'}});
+    ErrLog log(os);
+    log.LogError(u"first");
+    log.LogError(u"second");
+    EXPECT_EQ(os.FileText(kLog),
+              "old\n11/22/2026 2:05:09 PM first\r\n11/22/2026 2:05:09 PM second\r\n");
+    EXPECT_EQ(os.journal().Count("CreateFileW"), 2);
+    EXPECT_EQ(os.journal().Count("CloseHandle"), 2);
+    EXPECT_EQ(os.OpenHandleCount(), 0u);
+}
+
+TEST(ErrLogEntry, GoesToTheFallbackFolderOrTheCurrentDirectory) {
+    sim::SimOs os;
+    os.AddFolder(u"C:\\");
+    os.SetFolderPathResult(EInvalidArg);
+    ErrLog(os).LogError(u"x");
+    EXPECT_NE(os.FileText(u"C:\\ZelkovaErrors.txt"), "");
+
+    os.SetFolderPathResult(static_cast<std::int32_t>(0x80004005));
+    ErrLog(os).LogError(u"y");
+    EXPECT_NE(os.FileText(u"C:\\Program Files\\Zelkova2\\ZelkovaErrors.txt"), "");
+}
+
+TEST(ErrLogEntry, AnUnwritableLogIsSwallowed) {
+    sim::SimOs os;
+    os.MakeUnwritable(kLog);
+    ErrLog log(os);
+    EXPECT_NO_THROW(log.LogError(u"lost"));
+    os.faults().FailEvery("WriteFile", ErrorAccessDenied);
+    EXPECT_NO_THROW(log.LogError(u"lost"));
+    EXPECT_EQ(os.FileContents(kLog), std::nullopt);
+    EXPECT_EQ(os.OpenHandleCount(), 0u);
+}
+
+TEST(ErrorReporter, StartsTheReporterBesideTheExecutableMinimisedWithNoArguments) {
+    sim::SimOs os;
+    os.SetModuleFileName(u"D:\\Apps\\Tools\\Zelkova2.exe");
+    os.AddFile(u"D:\\Apps\\Tools\\ZelkovaError.exe");
+    ErrLog(os).StartErrorReporter();
+    ASSERT_EQ(os.StartedProcesses().size(), 1u);
+    const auto& started = os.StartedProcesses().front();
+    EXPECT_EQ(started.applicationName, std::nullopt);
+    EXPECT_EQ(started.commandLine, u"D:\\Apps\\Tools\\ZelkovaError.exe ");
+    EXPECT_EQ(started.startupInfo.dwFlags, StartfUseShowWindow);
+    EXPECT_EQ(started.startupInfo.wShowWindow, SwShowMinimized);
+    EXPECT_EQ(started.startupInfo.lpDesktop, std::nullopt);
+    EXPECT_EQ(os.OpenHandleCount(), 0u);
+}
+
+TEST(ErrorReporter, AMissingReporterIsSwallowedAndNotLogged) {
+    sim::SimOs os;
+    EXPECT_NO_THROW(ErrLog(os).StartErrorReporter());
+    EXPECT_TRUE(os.StartedProcesses().empty());
+    EXPECT_EQ(os.FileContents(kLog), std::nullopt);
+}
+
+}  // namespace
+}  // namespace zk
