@@ -24,6 +24,12 @@ struct Backend {
     std::function<std::unique_ptr<Os>()> make;
     // Wine's SwitchDesktop returns TRUE and leaves the input desktop as it is.
     bool switchDesktopLeavesInputDesktop = false;
+    // Wine's RegSetValueExW adds a terminator to text data that lack one; Windows stores the
+    // bytes it is given.
+    bool registryTerminatesText = false;
+    // Wine's keyboard driver names keys by X keysyms ("BackSpace") where Windows says
+    // "Backspace", and maps no scan code for the keypad digits while Num Lock is off.
+    bool keyNamesFromX = false;
     // Readies a program that records how it was started and gives its path; and the way to read
     // that record back.
     std::function<Text(Os&)> recorderPath;

@@ -23,6 +23,8 @@ Backend Win32Backend() {
     b.name = "Win32";
     b.make = [] { return std::make_unique<Win32Os>(); };
     b.switchDesktopLeavesInputDesktop = RunningUnderWine();
+    b.registryTerminatesText = RunningUnderWine();
+    b.keyNamesFromX = RunningUnderWine();
     b.recorderPath = [](Os&) {
         support::StartRecording();
         return support::RecorderPath();

@@ -338,6 +338,28 @@ TEST_P(Contract, AnsiCodePageRoundTripsItsOwnCharacters) {
     EXPECT_EQ(os().MultiByteToWideChar(std::string_view("a\0b", 3)), Text(u"a\0b", 3));
 }
 
+TEST_P(Contract, KeyboardLayoutMapsAndNamesKeys) {
+    const Hkl layout = os().GetKeyboardLayout(0);
+    std::array<char, 255> name{};
+    auto nameOf = [&](std::uint32_t scan) {
+        const int n = os().GetKeyNameTextA(static_cast<std::int32_t>(scan << 16), name);
+        return std::string(name.data(), n > 0 ? static_cast<std::size_t>(n) : 0);
+    };
+    EXPECT_EQ(os().MapVirtualKeyExA('A', 0, layout), 0x1Eu);
+    EXPECT_EQ(nameOf(0x1E), "A");
+    EXPECT_EQ(os().MapVirtualKeyExA(0x78, 0, layout), 0x43u);  // F9
+    EXPECT_EQ(nameOf(0x43), "F9");
+    EXPECT_EQ(os().MapVirtualKeyExA(0x08, 0, layout), 0x0Eu);
+    if (GetParam().keyNamesFromX) {
+        EXPECT_EQ(nameOf(0x0E), "BackSpace") << "Wine names keys by X keysyms";
+        EXPECT_EQ(os().MapVirtualKeyExA(0x62, 0, layout), 0u) << "Wine: keypad 2 unmapped";
+    } else {
+        EXPECT_EQ(nameOf(0x0E), "Backspace");
+        EXPECT_EQ(os().MapVirtualKeyExA(0x62, 0, layout), 0x50u);
+        EXPECT_EQ(nameOf(0x50), "Num 2");
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Backends, Contract, ::testing::ValuesIn(Backends()),
                          [](const auto& info) { return info.param.name; });
 

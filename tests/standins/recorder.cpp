@@ -1,6 +1,7 @@
 // A stand-in program for tests under Wine: it appends how it was started (its file name,
 // command line, desktop and window title) as one line to the file named by ZK_RECORD_FILE,
-// then ends, or waits first for as many milliseconds as ZK_RECORDER_LINGER_MS says.
+// then ends, or waits first for as many milliseconds as ZK_RECORDER_LINGER_MS says. With
+// ZK_HOLD_HOTKEY="modifiers,key" it first registers that hotkey for itself.
 #include <windows.h>
 
 #include <string>
@@ -26,6 +27,12 @@ std::wstring Env(const wchar_t* name) {
 }  // namespace
 
 int wmain() {
+    const std::wstring hold = Env(L"ZK_HOLD_HOTKEY");
+    if (!hold.empty()) {
+        const auto comma = hold.find(L',');
+        ::RegisterHotKey(nullptr, 1, std::stoul(hold.substr(0, comma)),
+                         std::stoul(hold.substr(comma + 1)));
+    }
     wchar_t module[MAX_PATH] = {};
     ::GetModuleFileNameW(nullptr, module, MAX_PATH);
     std::wstring name = module;

@@ -58,7 +58,7 @@ std::string UsKeyNameOf(std::uint32_t scanCode, bool extended) {
                 t[starts[r] + i] = std::string(1, rows[r][i]);
         }
         for (int f = 0; f < 10; ++f)
-            t[0x3B + f] = std::string(1, 'F').append(std::to_string(f + 1));
+            t[0x3B + f] = "F" + std::to_string(f + 1);
         return t;
     }();
     static const std::map<std::uint32_t, std::string> extendedKeys = {

@@ -1,0 +1,48 @@
+#pragma once
+// Loading, registering, unregistering and reloading the six hotkeys on the controller's window.
+// Failures are logged; registry values that cannot be read fall back silently.
+
+#include "diagnostics/err_log.h"
+#include "hotkeys/hotkey_table.h"
+#include "platform/os.h"
+#include "settings/registry.h"
+
+namespace zk {
+
+inline constexpr char16_t kRegisterFailed[] = u"Zelkova: Failed to register the following hotkey: ";
+inline constexpr char16_t kUnregisterFailed[] =
+    u"Zelkova: Failed to unregister the following hotkey: ";
+
+// The keyboard layout's name of a key ("Num 2"), or empty text.
+[[nodiscard]] Text KeyDisplayName(Os& os, std::int16_t virtualKey);
+
+class HotKeys {
+  public:
+    HotKeys(Os& os, Registry& registry, ErrLog& log, HotKeyFields& fields, Hwnd mainWindow)
+        : os_(os), registry_(registry), log_(log), fields_(fields), window_(mainWindow) {}
+
+    // Fills the pairs from the registry; a hotkey whose pair cannot be read gets its default.
+    void LoadHotKeys();
+    // Registers all six; failures are logged and the reporter is started once after them.
+    void RegisterHotKeys();
+    // Unregisters every registered hotkey; failures as above.
+    void UnregisterHotKeys();
+    // Reads the pairs again and re-registers only the ones that changed. Never starts the
+    // reporter; a pair that cannot be read is kept.
+    void ReloadHotKeys();
+
+  private:
+    bool ReadPair(int id, std::int16_t& key, std::int16_t& modifiers);
+    bool ReadNumber(const char16_t* valueName, std::int16_t& destination);
+    Text Describe(const char16_t* prefix, int id);
+    bool Register(int id);
+    bool Unregister(int id);
+
+    Os& os_;
+    Registry& registry_;
+    ErrLog& log_;
+    HotKeyFields& fields_;
+    Hwnd window_;
+};
+
+}  // namespace zk
