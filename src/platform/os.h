@@ -102,6 +102,7 @@ inline constexpr std::uint32_t OpenAlways = 4;
 inline constexpr std::uint32_t DesktopSwitchDesktop = 0x0100;
 inline constexpr std::uint32_t GenericAll = 0x10000000;
 inline constexpr int GwlpWndProc = -4;
+inline constexpr int GwlpUserData = -21;
 inline constexpr std::uint32_t GwOwner = 4;
 inline constexpr std::uint32_t KeyQueryValue = 0x0001;
 inline constexpr std::uint32_t KeySetValue = 0x0002;
@@ -226,6 +227,7 @@ class Os {
     [[nodiscard]] virtual std::uint32_t GetWindowThreadProcessId(Hwnd window,
                                                                  std::uint32_t* processId) = 0;
     virtual std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) = 0;
+    [[nodiscard]] virtual std::intptr_t GetWindowLongPtrW(Hwnd window, int index) = 0;
     virtual Lresult CallWindowProcW(WndProc previous, Hwnd window, std::uint32_t message,
                                     Wparam wParam, Lparam lParam) = 0;
 

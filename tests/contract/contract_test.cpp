@@ -208,6 +208,11 @@ TEST_P(Contract, SubclassingReplacesAndRestoresTheWindowProcedure) {
               reinterpret_cast<std::intptr_t>(&SubclassProbe));
     EXPECT_EQ(os().SendMessageW(window, kProbeMessage, 0, 0), kClassResult);
 
+    EXPECT_EQ(os().GetWindowLongPtrW(window, GwlpUserData), 0);
+    EXPECT_EQ(os().SetWindowLongPtrW(window, GwlpUserData, -77), 0);
+    EXPECT_EQ(os().GetWindowLongPtrW(window, GwlpUserData), -77) << "pointer-sized";
+    EXPECT_EQ(os().GetWindowLongPtrW(window, GwlpWndProc), previous);
+
     const Hwnd gone = HandleFrom<Hwnd>(0x7FFF0);
     EXPECT_FALSE(os().IsWindow(gone));
     EXPECT_EQ(os().SetWindowLongPtrW(gone, GwlpWndProc, previous), 0);

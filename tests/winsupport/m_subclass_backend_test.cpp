@@ -32,11 +32,7 @@ class Subclassing : public ::testing::TestWithParam<Backend> {
     Lresult Send(std::int32_t message) {
         return os_->SendMessageW(window_, static_cast<std::uint32_t>(message), 0, 0);
     }
-    std::intptr_t CurrentProcedure() {
-        const std::intptr_t current = os_->SetWindowLongPtrW(window_, GwlpWndProc, 0);
-        (void)os_->SetWindowLongPtrW(window_, GwlpWndProc, current);
-        return current;
-    }
+    std::intptr_t CurrentProcedure() { return os_->GetWindowLongPtrW(window_, GwlpWndProc); }
     std::unique_ptr<Os> os_;
     ProcessContext context_;
     Hwnd window_ = nullptr;

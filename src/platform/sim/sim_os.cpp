@@ -27,7 +27,6 @@ constexpr std::uint32_t kOpenExisting = 3;
 constexpr std::uint32_t kFormatMessageFromSystem = 0x1000;
 constexpr std::uint32_t kKeyAllAccess = 0xF003F;
 constexpr std::uint32_t kWsVisible = 0x10000000;
-constexpr int kGwlpUserData = -21;
 constexpr std::uint32_t kImageIcon = 1;
 constexpr std::uint32_t kLrShared = 0x8000;
 
@@ -821,7 +820,20 @@ std::intptr_t SimOs::SetWindowLongPtrW(Hwnd window, int index, std::intptr_t val
         w->procedure = reinterpret_cast<WndProc>(value);
         return previous;
     }
-    if (index == kGwlpUserData) return std::exchange(w->userData, value);
+    if (index == GwlpUserData) return std::exchange(w->userData, value);
+    last_ = kErrorInvalidIndex;
+    return 0;
+}
+
+std::intptr_t SimOs::GetWindowLongPtrW(Hwnd window, int index) {
+    if (Enter("GetWindowLongPtrW", Hex(window) + " " + std::to_string(index))) return 0;
+    const Window* w = FindWindow(window);
+    if (w == nullptr) {
+        last_ = ErrorInvalidWindowHandle;
+        return 0;
+    }
+    if (index == GwlpWndProc) return reinterpret_cast<std::intptr_t>(w->procedure);
+    if (index == GwlpUserData) return w->userData;
     last_ = kErrorInvalidIndex;
     return 0;
 }

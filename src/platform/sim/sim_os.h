@@ -93,6 +93,7 @@ class SimOs final : public Os {
     bool IsWindow(Hwnd window) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) override;
+    std::intptr_t GetWindowLongPtrW(Hwnd window, int index) override;
     Lresult CallWindowProcW(WndProc previous, Hwnd window, std::uint32_t message, Wparam wParam,
                             Lparam lParam) override;
 

@@ -213,6 +213,9 @@ std::intptr_t Win32Os::SetWindowLongPtrW(Hwnd window, int index, std::intptr_t v
     ::SetLastError(0);  // a previous value of 0 is only a failure when the last error says so
     return Keep(::SetWindowLongPtrW(window, index, value));
 }
+std::intptr_t Win32Os::GetWindowLongPtrW(Hwnd window, int index) {
+    return Keep(::GetWindowLongPtrW(window, index));
+}
 Lresult Win32Os::CallWindowProcW(WndProc previous, Hwnd window, std::uint32_t message,
                                  Wparam wParam, Lparam lParam) {
     return Keep(::CallWindowProcW(previous, window, message, wParam, lParam));
