@@ -2,15 +2,14 @@
 .PHONY: test deps build-linux build-windows run format clean
 
 test: deps
-	@status=0; \
-	$(MAKE) --no-print-directory build-linux || status=1; \
-	$(MAKE) --no-print-directory build-windows || status=1; \
+	@status=0; passed=0; failed=0; \
 	for lane in linux windows; do \
 	  rm -f build/$$lane/test-counts; \
-	  if [ -f build/$$lane/CTestTestfile.cmake ]; then scripts/run-lane $$lane || status=1; fi; \
-	done; \
-	passed=0; failed=0; \
-	for lane in linux windows; do \
+	  if ! $(MAKE) --no-print-directory build-$$lane; then \
+	    echo "$$lane lane: the build failed, its tests were not run"; status=1; failed=$$((failed + 1)); \
+	    continue; \
+	  fi; \
+	  scripts/run-lane $$lane || status=1; \
 	  if [ -f build/$$lane/test-counts ]; then \
 	    read p f < build/$$lane/test-counts; passed=$$((passed + p)); failed=$$((failed + f)); \
 	  else failed=$$((failed + 1)); fi; \
@@ -30,11 +29,11 @@ build-windows:
 	cmake --preset windows >/dev/null
 	cmake --build --preset windows
 
-run:
-	@echo "The controller is not built yet: make run comes with it."
+run: deps
+	@scripts/run-zelkova
 
 format:
 	@find src tests bench companions -name '*.cpp' -o -name '*.h' 2>/dev/null | xargs clang-format -i
 
 clean:
-	rm -rf build
+	rm -rf build stage

@@ -18,12 +18,6 @@ constexpr char16_t kEventFailure[] = u"Failed to create event ";
 constexpr std::uint32_t kWsOverlappedWindow = 0x00CF0000;
 constexpr std::uint32_t kWsExToolWindow = 0x00000080;
 
-struct MadeDesktop {
-    const char16_t* name;
-    std::int16_t number;
-};
-constexpr MadeDesktop kMadeDesktops[] = {{u"desk2", 2}, {u"desk3", 3}, {u"desk4", 4}};
-
 // The command texts are the names of the controller block's signals, 49 to 54.
 constexpr std::int16_t kFirstCommand = 49;
 constexpr std::int16_t kReadRegCommand = 53;
@@ -96,11 +90,11 @@ bool frmZK::TakeDesktops() {
         FailStart(kMessagePrefix + record_.Desktops[1]->GetLastError());
         return false;
     }
-    for (const MadeDesktop& made : kMadeDesktops) {
-        cDesktop& desktop = *record_.Desktops[made.number];
-        if (desktop.Create(made.name, made.number)) continue;
+    for (std::int16_t number = 2; number <= kDesktopCount; ++number) {
+        cDesktop& desktop = *record_.Desktops[number];
+        if (desktop.Create(kDesktopNames[number - 1], number)) continue;
         record_.Desktops[1]->SwitchTo();
-        const Text prefix = made.number == 2 ? kDesk2MessagePrefix : kMessagePrefix;
+        const Text prefix = number == 2 ? kDesk2MessagePrefix : kMessagePrefix;
         FailStart(prefix + desktop.GetLastError());
         return false;
     }

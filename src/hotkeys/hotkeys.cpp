@@ -40,10 +40,12 @@ Text KeyDisplayName(Os& os, std::int16_t virtualKey) {
     return os.MultiByteToWideChar(std::string_view(buffer.data(), static_cast<std::size_t>(n)));
 }
 
+namespace {
+
 // A stored number that does not fit the 16-bit field counts as a value that cannot be read.
-bool HotKeys::ReadNumber(const char16_t* valueName, std::int16_t& destination) {
+bool ReadNumber(Registry& registry, const char16_t* valueName, std::int16_t& destination) {
     RegData value;
-    if (!registry_.ReadValue(HkeyCurrentUser(), kSettingsKey, valueName, RegDword, value)) {
+    if (!registry.ReadValue(HkeyCurrentUser(), kSettingsKey, valueName, RegDword, value)) {
         return false;
     }
     const std::int32_t number = std::get<std::int32_t>(value);
@@ -52,9 +54,12 @@ bool HotKeys::ReadNumber(const char16_t* valueName, std::int16_t& destination) {
     return true;
 }
 
-bool HotKeys::ReadPair(int id, std::int16_t& key, std::int16_t& modifiers) {
+}  // namespace
+
+bool ReadHotKeyPair(Registry& registry, int id, std::int16_t& key, std::int16_t& modifiers) {
     const HotKeySetting& setting = HotKeySettingOf(id);
-    return ReadNumber(setting.keyValue, key) && ReadNumber(setting.modifierValue, modifiers);
+    return ReadNumber(registry, setting.keyValue, key) &&
+           ReadNumber(registry, setting.modifierValue, modifiers);
 }
 
 Text HotKeys::Describe(const char16_t* prefix, int id) {
@@ -80,7 +85,7 @@ bool HotKeys::Unregister(int id) {
 
 void HotKeys::LoadHotKeys() {
     for (int id = 1; id <= kHotKeyCount; ++id) {
-        if (!ReadPair(id, fields_.HotKeyCode[id], fields_.HotKeyMod[id])) {
+        if (!ReadHotKeyPair(registry_, id, fields_.HotKeyCode[id], fields_.HotKeyMod[id])) {
             fields_.HotKeyCode[id] = HotKeySettingOf(id).defaultKey;
             fields_.HotKeyMod[id] = HotKeySettingOf(id).defaultModifiers;
         }
@@ -107,7 +112,7 @@ void HotKeys::ReloadHotKeys() {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         std::int16_t key = 0;
         std::int16_t modifiers = 0;
-        if (!ReadPair(id, key, modifiers)) continue;
+        if (!ReadHotKeyPair(registry_, id, key, modifiers)) continue;
         if (key != fields_.HotKeyCode[id] || modifiers != fields_.HotKeyMod[id]) {
             changed[id] = true;
             fields_.HotKeyCode[id] = key;

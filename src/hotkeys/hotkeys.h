@@ -16,6 +16,12 @@ inline constexpr char16_t kUnregisterFailed[] =
 // The keyboard layout's name of a key ("Num 2"), or empty text.
 [[nodiscard]] Text KeyDisplayName(Os& os, std::int16_t virtualKey);
 
+// Reads hotkey `id`'s pair: the key value, then (only if that was read) the modifier value.
+// Each read fills its destination as it succeeds; the pair counts only when both did. A value
+// that is missing, not a REG_DWORD, or outside the 16-bit range cannot be read.
+[[nodiscard]] bool ReadHotKeyPair(Registry& registry, int id, std::int16_t& key,
+                                  std::int16_t& modifiers);
+
 class HotKeys {
   public:
     HotKeys(Os& os, Registry& registry, ErrLog& log, HotKeyFields& fields, Hwnd mainWindow)
@@ -32,8 +38,6 @@ class HotKeys {
     void ReloadHotKeys();
 
   private:
-    bool ReadPair(int id, std::int16_t& key, std::int16_t& modifiers);
-    bool ReadNumber(const char16_t* valueName, std::int16_t& destination);
     Text Describe(const char16_t* prefix, int id);
     bool Register(int id);
     bool Unregister(int id);

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // The system's own handle types (on Windows these are exactly the types of <windows.h>).
 struct HWND__;
@@ -99,6 +100,10 @@ inline constexpr std::uint32_t FileAppendData = 0x0004;
 inline constexpr std::uint32_t FileShareRead = 0x0001;
 inline constexpr std::uint32_t FileShareWrite = 0x0002;
 inline constexpr std::uint32_t OpenAlways = 4;
+inline constexpr std::uint32_t OpenExisting = 3;
+inline constexpr std::uint32_t GenericRead = 0x80000000;
+inline constexpr std::uint32_t Synchronize = 0x00100000;
+inline constexpr std::uint32_t EventModifyState = 0x0002;
 inline constexpr std::uint32_t DesktopSwitchDesktop = 0x0100;
 inline constexpr std::uint32_t GenericAll = 0x10000000;
 inline constexpr int GwlpWndProc = -4;
@@ -162,6 +167,8 @@ class Os {
     [[nodiscard]] virtual Handle CreateEventA(bool manualReset, bool initialState,
                                               const Ansi& name) = 0;
     [[nodiscard]] virtual Handle CreateMutexA(bool initialOwner, const Ansi& name) = 0;
+    [[nodiscard]] virtual Handle OpenEventA(std::uint32_t desiredAccess, bool inherit,
+                                            const Ansi& name) = 0;
     virtual bool SetEvent(Handle event) = 0;
     [[nodiscard]] virtual std::uint32_t WaitForSingleObject(Handle object,
                                                             std::uint32_t milliseconds) = 0;
@@ -192,6 +199,9 @@ class Os {
                                              std::uint32_t shareMode,
                                              std::uint32_t creationDisposition) = 0;
     [[nodiscard]] virtual bool WriteFile(Handle file, std::span<const std::byte> bytes) = 0;
+    [[nodiscard]] virtual bool ReadFile(Handle file, std::span<std::byte> buffer,
+                                        std::uint32_t& bytesRead) = 0;
+    virtual bool DeleteFileW(const Text& path) = 0;
 
     // --- shell32
     [[nodiscard]] virtual std::int32_t SHGetFolderPathW(int csidl, std::uint32_t flags,
@@ -208,6 +218,8 @@ class Os {
     virtual bool CloseDesktop(Hdesk desktop) = 0;
     // GetUserObjectInformationW with UOI_NAME.
     [[nodiscard]] virtual Text GetUserObjectInformationW(Handle object) = 0;
+    // EnumDesktopsW of the process's window station: the desktops' names.
+    [[nodiscard]] virtual std::vector<Text> EnumDesktopsW() = 0;
 
     // --- user32: hotkeys and key names
     [[nodiscard]] virtual std::int32_t RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,

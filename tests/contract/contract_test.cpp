@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -92,6 +93,19 @@ TEST_P(Contract, NamedAutoResetEventIsCreatedThenOpenedAndReleasesOneWaitPerSign
     EXPECT_TRUE(os().CloseHandle(again));
 }
 
+TEST_P(Contract, OpenEventFindsOnlyAnExistingEvent) {
+    const Ansi name = "Local\\zk_contract_open_" + Suffix(os());
+    EXPECT_EQ(os().OpenEventA(Synchronize | EventModifyState, false, name), nullptr);
+    EXPECT_EQ(os().GetLastError(), ErrorFileNotFound);
+    const Handle created = os().CreateEventA(false, false, name);
+    const Handle opened = os().OpenEventA(Synchronize | EventModifyState, false, name);
+    ASSERT_NE(opened, nullptr);
+    EXPECT_TRUE(os().SetEvent(opened));
+    EXPECT_EQ(os().WaitForSingleObject(created, 0), WaitObject0);
+    EXPECT_TRUE(os().CloseHandle(opened));
+    EXPECT_TRUE(os().CloseHandle(created));
+}
+
 TEST_P(Contract, EventNameTakenByAnotherKindOfObjectFailsWithInvalidHandle) {
     const Ansi name = "Local\\zk_contract_taken_" + Suffix(os());
     const Handle mutex = os().CreateMutexA(false, name);
@@ -118,6 +132,9 @@ TEST_P(Contract, DesktopIsCreatedOrOpenedByName) {
     const Hdesk created = os().CreateDesktopW(name, 0, GenericAll);
     ASSERT_NE(created, nullptr);
     EXPECT_EQ(DesktopName(created), name);
+    const auto listed = os().EnumDesktopsW();
+    EXPECT_NE(std::find(listed.begin(), listed.end(), name), listed.end());
+    EXPECT_NE(std::find(listed.begin(), listed.end(), u"Default"), listed.end());
     const Hdesk opened = os().CreateDesktopW(name, 0, GenericAll);
     ASSERT_NE(opened, nullptr);
     EXPECT_EQ(DesktopName(opened), name);
@@ -333,6 +350,35 @@ TEST_P(Contract, LocalApplicationDataFolderIsFoundWithoutTrailingBackslash) {
     ASSERT_GT(folder.size(), 3u);
     EXPECT_EQ(folder[1], u':');
     EXPECT_NE(folder.back(), u'\\');
+}
+
+TEST_P(Contract, FilesAreAppendedReadBackAndDeleted) {
+    std::array<char16_t, 260> folder{};
+    ASSERT_EQ(os().SHGetFolderPathW(CsidlLocalAppData | CsidlFlagCreate, 0, folder), SOk);
+    const Text path = Text(folder.data()) + u"\\zk-contract-" + WideSuffix(os()) + u".txt";
+    (void)os().DeleteFileW(path);
+    for (const char* part : {"ab", "cd"}) {
+        const Handle file = os().CreateFileW(path, FileAppendData, FileShareRead, OpenAlways);
+        ASSERT_NE(file, InvalidHandleValue());
+        EXPECT_TRUE(os().WriteFile(file, std::as_bytes(std::span(part, 2))));
+        EXPECT_TRUE(os().CloseHandle(file));
+    }
+    const Handle file = os().CreateFileW(path, GenericRead, FileShareRead, OpenExisting);
+    ASSERT_NE(file, InvalidHandleValue());
+    std::array<std::byte, 3> buffer{};
+    std::uint32_t read = 0;
+    std::string text;
+    while (os().ReadFile(file, buffer, read) && read > 0) {
+        text.append(reinterpret_cast<const char*>(buffer.data()), read);
+    }
+    EXPECT_EQ(text, "abcd");
+    EXPECT_TRUE(os().CloseHandle(file));
+    EXPECT_TRUE(os().DeleteFileW(path));
+    EXPECT_FALSE(os().DeleteFileW(path));
+    EXPECT_EQ(os().GetLastError(), ErrorFileNotFound);
+    EXPECT_EQ(os().CreateFileW(path, GenericRead, FileShareRead, OpenExisting),
+              InvalidHandleValue());
+    EXPECT_EQ(os().GetLastError(), ErrorFileNotFound);
 }
 
 TEST_P(Contract, AnsiCodePageRoundTripsItsOwnCharacters) {

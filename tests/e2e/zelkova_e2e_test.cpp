@@ -1,8 +1,9 @@
 // The real Zelkova2.exe under Wine, started beside stand-in companions, driven as a user (keys
 // through SendInput) and a companion (WM_COPYDATA, named events, registry values) would.
 
-#include <shlobj.h>
 #include <windows.h>
+
+#include <shlobj.h>
 
 #include <gtest/gtest.h>
 

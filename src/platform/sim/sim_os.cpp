@@ -23,7 +23,6 @@ constexpr std::uint32_t kWaitFailed = 0xFFFFFFFF;
 constexpr std::uint32_t kGenericWrite = 0x40000000;
 constexpr std::uint32_t kFileWriteData = 0x0002;
 constexpr std::uint32_t kCreateAlways = 2;
-constexpr std::uint32_t kOpenExisting = 3;
 constexpr std::uint32_t kFormatMessageFromSystem = 0x1000;
 constexpr std::uint32_t kKeyAllAccess = 0xF003F;
 constexpr std::uint32_t kWsVisible = 0x10000000;
@@ -98,6 +97,10 @@ Handle SimOs::NewHandle(int object, std::uint32_t access, bool threadDesktop) {
     return HandleFrom<Handle>(value);
 }
 
+SimOs::HandleEntry* SimOs::Lookup(Handle handle, Kind kind) {
+    return const_cast<HandleEntry*>(std::as_const(*this).Lookup(handle, kind));
+}
+
 const SimOs::HandleEntry* SimOs::Lookup(Handle handle, Kind kind) const {
     const auto it = handles_.find(HandleValue(handle));
     if (it == handles_.end() || objects_.at(it->second.object).kind != kind) return nullptr;
@@ -144,6 +147,20 @@ Handle SimOs::CreateEventA(bool manualReset, bool initialState, const Ansi& name
 Handle SimOs::CreateMutexA(bool initialOwner, const Ansi& name) {
     if (Enter("CreateMutexA", name)) return nullptr;
     return CreateNamed(Kind::Mutex, false, !initialOwner, name);
+}
+
+Handle SimOs::OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) {
+    if (Enter("OpenEventA", name + " " + std::to_string(inherit))) return nullptr;
+    const auto existing = namedObjects_.find(name);
+    if (existing == namedObjects_.end()) {
+        last_ = ErrorFileNotFound;
+        return nullptr;
+    }
+    if (objects_.at(existing->second).kind != Kind::Event) {
+        last_ = ErrorInvalidHandle;
+        return nullptr;
+    }
+    return NewHandle(existing->second, desiredAccess);
 }
 
 bool SimOs::SetEvent(Handle event) {
@@ -435,7 +452,7 @@ Handle SimOs::CreateFileW(const Text& path, std::uint32_t access, std::uint32_t 
         return InvalidHandleValue();
     }
     const bool exists = files_.count(key) != 0;
-    if (creationDisposition == kOpenExisting && !exists) {
+    if (creationDisposition == OpenExisting && !exists) {
         last_ = ErrorFileNotFound;
         return InvalidHandleValue();
     }
@@ -460,6 +477,41 @@ bool SimOs::WriteFile(Handle file, std::span<const std::byte> bytes) {
     }
     auto& contents = files_[objects_.at(entry->object).path].contents;
     contents.insert(contents.end(), bytes.begin(), bytes.end());
+    return true;
+}
+
+bool SimOs::ReadFile(Handle file, std::span<std::byte> buffer, std::uint32_t& bytesRead) {
+    bytesRead = 0;
+    if (Enter("ReadFile", Hex(file) + " " + std::to_string(buffer.size()))) return false;
+    HandleEntry* entry = Lookup(file, Kind::File);
+    if (entry == nullptr) {
+        last_ = ErrorInvalidHandle;
+        return false;
+    }
+    if ((entry->access & GenericRead) == 0) {
+        last_ = ErrorAccessDenied;
+        return false;
+    }
+    const auto& contents = files_[objects_.at(entry->object).path].contents;
+    const std::size_t n =
+        std::min(buffer.size(), contents.size() - std::min(entry->position, contents.size()));
+    std::copy_n(contents.begin() + static_cast<std::ptrdiff_t>(entry->position), n, buffer.begin());
+    entry->position += n;
+    bytesRead = static_cast<std::uint32_t>(n);
+    return true;
+}
+
+bool SimOs::DeleteFileW(const Text& path) {
+    if (Enter("DeleteFileW", Utf8(path))) return false;
+    const Text key = FoldPath(FullPath(path));
+    if (unwritable_.count(key) != 0) {
+        last_ = ErrorAccessDenied;
+        return false;
+    }
+    if (files_.erase(key) == 0) {
+        last_ = FolderExists(ParentFolder(FullPath(path))) ? ErrorFileNotFound : ErrorPathNotFound;
+        return false;
+    }
     return true;
 }
 
@@ -593,6 +645,15 @@ Text SimOs::GetUserObjectInformationW(Handle object) {
         return {};
     }
     return desktops_[objects_.at(entry->object).desktop].name;
+}
+
+std::vector<Text> SimOs::EnumDesktopsW() {
+    Enter("EnumDesktopsW");
+    std::vector<Text> names;
+    for (const auto& d : desktops_) {
+        if (!d.name.empty()) names.push_back(d.name);
+    }
+    return names;
 }
 
 Text SimOs::InputDesktopName() const {

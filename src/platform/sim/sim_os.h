@@ -43,6 +43,7 @@ class SimOs final : public Os {
 
     Handle CreateEventA(bool manualReset, bool initialState, const Ansi& name) override;
     Handle CreateMutexA(bool initialOwner, const Ansi& name) override;
+    Handle OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) override;
     bool SetEvent(Handle event) override;
     std::uint32_t WaitForSingleObject(Handle object, std::uint32_t milliseconds) override;
     bool CloseHandle(Handle object) override;
@@ -66,6 +67,8 @@ class SimOs final : public Os {
     Handle CreateFileW(const Text& path, std::uint32_t access, std::uint32_t shareMode,
                        std::uint32_t creationDisposition) override;
     bool WriteFile(Handle file, std::span<const std::byte> bytes) override;
+    bool ReadFile(Handle file, std::span<std::byte> buffer, std::uint32_t& bytesRead) override;
+    bool DeleteFileW(const Text& path) override;
 
     std::int32_t SHGetFolderPathW(int csidl, std::uint32_t flags,
                                   std::span<char16_t> path) override;
@@ -78,6 +81,7 @@ class SimOs final : public Os {
     bool SwitchDesktop(Hdesk desktop) override;
     bool CloseDesktop(Hdesk desktop) override;
     Text GetUserObjectInformationW(Handle object) override;
+    std::vector<Text> EnumDesktopsW() override;
 
     std::int32_t RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,
                                 std::uint32_t virtualKey) override;
@@ -211,7 +215,8 @@ class SimOs final : public Os {
     struct HandleEntry {
         int object;
         std::uint32_t access;
-        bool threadDesktop;  // GetThreadDesktop's handle: not the caller's to close
+        bool threadDesktop;        // GetThreadDesktop's handle: not the caller's to close
+        std::size_t position = 0;  // files: where the next read starts
     };
     struct Desktop {
         Text name;
@@ -250,6 +255,7 @@ class SimOs final : public Os {
     // Records the call; returns true if an injected fault makes it fail (the error is set).
     bool Enter(const char* call, std::string detail = {});
     Handle NewHandle(int object, std::uint32_t access, bool threadDesktop = false);
+    HandleEntry* Lookup(Handle handle, Kind kind);
     const HandleEntry* Lookup(Handle handle, Kind kind) const;
     int NewObject(Object object);
     void Release(int object);

@@ -1,7 +1,8 @@
 #include "platform/win32/win32_os.h"
 
-#include <shlobj.h>
 #include <windows.h>
+
+#include <shlobj.h>
 
 #include <cstddef>
 #include <vector>
@@ -41,6 +42,9 @@ Handle Win32Os::CreateEventA(bool manualReset, bool initialState, const Ansi& na
 }
 Handle Win32Os::CreateMutexA(bool initialOwner, const Ansi& name) {
     return Keep(::CreateMutexA(nullptr, initialOwner, name.c_str()));
+}
+Handle Win32Os::OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) {
+    return Keep(::OpenEventA(desiredAccess, inherit, name.c_str()));
 }
 bool Win32Os::SetEvent(Handle event) {
     return Keep(::SetEvent(event)) != 0;
@@ -142,6 +146,17 @@ bool Win32Os::WriteFile(Handle file, std::span<const std::byte> bytes) {
                             nullptr)) != 0;
 }
 
+bool Win32Os::ReadFile(Handle file, std::span<std::byte> buffer, std::uint32_t& bytesRead) {
+    DWORD read = 0;
+    const BOOL ok =
+        Keep(::ReadFile(file, buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr));
+    bytesRead = read;
+    return ok != 0;
+}
+bool Win32Os::DeleteFileW(const Text& path) {
+    return Keep(::DeleteFileW(W(path))) != 0;
+}
+
 std::int32_t Win32Os::SHGetFolderPathW(int csidl, std::uint32_t flags, std::span<char16_t> path) {
     return Keep(::SHGetFolderPathW(nullptr, csidl, nullptr, flags, W(path.data())));
 }
@@ -169,6 +184,17 @@ Text Win32Os::GetUserObjectInformationW(Handle object) {
     Keep(
         ::GetUserObjectInformationW(object, UOI_NAME, name, sizeof name - sizeof name[0], nullptr));
     return Text(name);
+}
+
+std::vector<Text> Win32Os::EnumDesktopsW() {
+    std::vector<Text> names;
+    auto collect = [](LPWSTR name, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<Text>*>(list)->emplace_back(
+            reinterpret_cast<const char16_t*>(name));
+        return TRUE;
+    };
+    Keep(::EnumDesktopsW(::GetProcessWindowStation(), collect, reinterpret_cast<LPARAM>(&names)));
+    return names;
 }
 
 std::int32_t Win32Os::RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,

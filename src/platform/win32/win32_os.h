@@ -11,6 +11,7 @@ class Win32Os final : public Os {
 
     Handle CreateEventA(bool manualReset, bool initialState, const Ansi& name) override;
     Handle CreateMutexA(bool initialOwner, const Ansi& name) override;
+    Handle OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) override;
     bool SetEvent(Handle event) override;
     std::uint32_t WaitForSingleObject(Handle object, std::uint32_t milliseconds) override;
     bool CloseHandle(Handle object) override;
@@ -34,6 +35,8 @@ class Win32Os final : public Os {
     Handle CreateFileW(const Text& path, std::uint32_t access, std::uint32_t shareMode,
                        std::uint32_t creationDisposition) override;
     bool WriteFile(Handle file, std::span<const std::byte> bytes) override;
+    bool ReadFile(Handle file, std::span<std::byte> buffer, std::uint32_t& bytesRead) override;
+    bool DeleteFileW(const Text& path) override;
 
     std::int32_t SHGetFolderPathW(int csidl, std::uint32_t flags,
                                   std::span<char16_t> path) override;
@@ -46,6 +49,7 @@ class Win32Os final : public Os {
     bool SwitchDesktop(Hdesk desktop) override;
     bool CloseDesktop(Hdesk desktop) override;
     Text GetUserObjectInformationW(Handle object) override;
+    std::vector<Text> EnumDesktopsW() override;
 
     std::int32_t RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,
                                 std::uint32_t virtualKey) override;

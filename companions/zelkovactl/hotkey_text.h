@@ -1,0 +1,23 @@
+#pragma once
+// Hotkeys as people write them: "Ctrl+Alt+Num 2", "Ctrl+Shift+F9". Modifiers in the order
+// Ctrl, Alt, Shift, Win; keys by their names on a US keyboard.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace zk::ctl {
+
+struct HotKeyCombo {
+    std::int16_t modifiers = 0;  // as RegisterHotKey takes them
+    std::int16_t key = 0;        // virtual-key code
+};
+
+std::string FormatHotKey(const HotKeyCombo& combo);
+
+// Accepts the formatted text in any case and spacing, and a few other names ("NumPad2",
+// "Return", "Escape", "Del", "PageUp"). On failure `error` says why.
+std::optional<HotKeyCombo> ParseHotKey(std::string_view text, std::string& error);
+
+}  // namespace zk::ctl
