@@ -1,5 +1,5 @@
 # Zelkova2: `make test` builds and tests both lanes; `make run` starts the program under Wine.
-.PHONY: test deps build-linux build-windows run format clean
+.PHONY: test deps build-linux build-windows run bench format clean
 
 test: deps
 	@status=0; passed=0; failed=0; \
@@ -28,6 +28,10 @@ build-linux:
 build-windows:
 	cmake --preset windows >/dev/null
 	cmake --build --preset windows
+
+bench: deps build-linux build-windows
+	@build/linux/bench/zk_bench
+	@cmake/wine-run build/windows/bench/zk_bench.exe
 
 run: deps
 	@scripts/run-zelkova

@@ -3,36 +3,25 @@
 
 #include <windows.h>
 
-#include <shlobj.h>
-#include <tlhelp32.h>
-
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "support/recorder_file.h"
+#include "support/windows_driver.h"
 
 namespace zk {
 namespace {
 
+using support::LogPath;
+using support::Press;
+using support::ProcessesNamed;
+using support::SetDword;
+using support::Within;
+
 std::wstring BinFolder() {
     const Text tests = support::TestFolder();  // build/windows/tests/bin
     return std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\bin";
-}
-
-std::vector<DWORD> ProcessesNamed(std::initializer_list<const wchar_t*> names) {
-    std::vector<DWORD> ids;
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Process32FirstW(snapshot, &entry); more;
-         more = ::Process32NextW(snapshot, &entry)) {
-        for (const wchar_t* name : names) {
-            if (_wcsicmp(entry.szExeFile, name) == 0) ids.push_back(entry.th32ProcessID);
-        }
-    }
-    ::CloseHandle(snapshot);
-    return ids;
 }
 
 std::size_t CompanionCount() {
@@ -48,15 +37,6 @@ void EndStragglers() {
         ::WaitForSingleObject(process, 5000);
         ::CloseHandle(process);
     }
-}
-
-template <class Condition>
-bool Within(DWORD milliseconds, Condition condition) {
-    for (DWORD waited = 0; waited <= milliseconds; waited += 20) {
-        if (condition()) return true;
-        ::Sleep(20);
-    }
-    return false;
 }
 
 struct Search {
@@ -102,24 +82,6 @@ bool IndicatorShown(int desktop) {
     });
 }
 
-void Press(std::initializer_list<WORD> keys) {
-    std::vector<INPUT> inputs;
-    for (const WORD key : keys) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        inputs.push_back(input);
-    }
-    for (auto it = keys.end(); it != keys.begin();) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = *--it;
-        input.ki.dwFlags = KEYEVENTF_KEYUP;
-        inputs.push_back(input);
-    }
-    ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
 struct Result {
     DWORD exitCode = STILL_ACTIVE;
     std::string output;
@@ -163,13 +125,6 @@ Result RunProgram(const std::wstring& program, const std::wstring& arguments) {
 
 Result Ctl(const std::wstring& arguments) {
     return RunProgram(BinFolder() + L"\\zelkovactl.exe", arguments);
-}
-
-void SetDword(const std::wstring& key, const wchar_t* name, DWORD value) {
-    HKEY handle = nullptr;
-    ::RegCreateKeyW(HKEY_CURRENT_USER, key.c_str(), &handle);
-    ::RegSetValueExW(handle, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), 4);
-    ::RegCloseKey(handle);
 }
 
 class SystemUnderWine : public ::testing::Test {
@@ -278,12 +233,6 @@ TEST_F(SystemUnderWine, CompanionsEndWithTheControllerHoweverItEnds) {
     ASSERT_TRUE(Start());
     ::TerminateProcess(zelkova_.hProcess, 7);
     EXPECT_TRUE(Within(5000, [] { return CompanionCount() == 0; })) << "after a kill";
-}
-
-std::wstring LogPath() {
-    wchar_t folder[MAX_PATH] = {};
-    ::SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, 0, folder);
-    return std::wstring(folder) + L"\\ZelkovaErrors.txt";
 }
 
 void AppendToLog(const std::string& line) {

@@ -5,13 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
 #include "diagnostics/err_log.h"
 #include "hotkeys/hotkeys.h"
-#include "platform/module_path.h"
 #include "platform/win32/win32_os.h"
 #include "support/recorder_file.h"
 #include "winsupport/app_icon.h"
@@ -44,86 +42,51 @@ TEST(AppIconUnderWine, TheWindowAndItsTopOwnerGetBothIconsAndAnUnknownNameClears
     (void)os.DestroyWindow(owner);
 }
 
-// The icon groups as the built executable's resource directory lists them.
-std::vector<std::u16string> IconGroupsInFile(const std::string& bytes) {
-    auto at = [&](std::size_t offset, auto value) {
-        std::memcpy(&value, bytes.data() + offset, sizeof value);
-        return value;
-    };
-    const auto pe = at(0x3C, std::uint32_t{});
-    const auto sections = at(pe + 6, std::uint16_t{});
-    const auto optionalSize = at(pe + 20, std::uint16_t{});
-    const std::size_t optional = pe + 24;
-    const auto resourceRva = at(optional + 112 + 2 * 8, std::uint32_t{});  // data directory 2
-    std::size_t base = 0;
-    for (std::size_t s = 0; s < sections; ++s) {
-        const std::size_t header = optional + optionalSize + s * 40;
-        const auto va = at(header + 12, std::uint32_t{});
-        const auto size = at(header + 16, std::uint32_t{});
-        if (resourceRva >= va && resourceRva < va + size) {
-            base = at(header + 20, std::uint32_t{}) + (resourceRva - va);
-        }
-    }
-    auto entries = [&](std::size_t directory) {
-        const auto named = at(directory + 12, std::uint16_t{});
-        const auto ids = at(directory + 14, std::uint16_t{});
-        std::vector<std::pair<std::uint32_t, std::uint32_t>> out;
-        for (std::size_t i = 0; i < std::size_t{named} + ids; ++i) {
-            out.emplace_back(at(directory + 16 + i * 8, std::uint32_t{}),
-                             at(directory + 20 + i * 8, std::uint32_t{}));
-        }
-        return out;
-    };
-    std::vector<std::u16string> groups;
-    for (const auto& [type, offset] : entries(base)) {
-        if (type != 14) continue;  // RT_GROUP_ICON
-        for (const auto& [name, unused] : entries(base + (offset & 0x7FFFFFFF))) {
-            if ((name & 0x80000000) == 0) {
-                groups.push_back(u"#" + Text(1, static_cast<char16_t>(u'0' + name)));
-                continue;
-            }
-            const std::size_t at_name = base + (name & 0x7FFFFFFF);
-            std::u16string text(at(at_name, std::uint16_t{}), u'\0');
-            std::memcpy(text.data(), bytes.data() + at_name + 2, text.size() * 2);
-            groups.push_back(text);
-        }
-    }
-    return groups;
+// The icon groups in the order of the built executable's resource directory.
+BOOL CALLBACK CollectGroup(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR groups) {
+    auto* list = reinterpret_cast<std::vector<std::wstring>*>(groups);
+    list->push_back(IS_INTRESOURCE(name) ? L"#" + std::to_wstring(reinterpret_cast<UINT_PTR>(name))
+                                         : std::wstring(name));
+    return TRUE;
 }
 
-TEST(ResourcesUnderWine, TheNamedGroupComesFirstWithItsFourTrueColourImages) {
-    Win32Os os;
-    const Text path = ExecutablePath(os);
-    std::ifstream file(reinterpret_cast<const wchar_t*>(path.c_str()), std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
-    EXPECT_EQ(IconGroupsInFile(bytes), (std::vector<std::u16string>{u"AAA", u"#1"}));
-
+// Width and bits per pixel of each image of an icon group.
+std::vector<std::pair<int, int>> GroupImages(HMODULE module, LPCWSTR group) {
 #pragma pack(push, 2)
-    struct GroupEntry {
+    struct Entry {
         BYTE width, height, colours, reserved;
         WORD planes, bitCount;
         DWORD bytes;
         WORD id;
     };
 #pragma pack(pop)
-    auto images = [](LPCWSTR group) {
-        const HRSRC found = ::FindResourceW(nullptr, group, MAKEINTRESOURCEW(14));
-        const auto* data = static_cast<const BYTE*>(::LockResource(::LoadResource(nullptr, found)));
-        std::vector<std::pair<int, int>> out;
-        const WORD count = *reinterpret_cast<const WORD*>(data + 4);
-        for (WORD i = 0; i < count; ++i) {
-            const auto* e = reinterpret_cast<const GroupEntry*>(data + 6 + i * sizeof(GroupEntry));
-            out.emplace_back(e->width, e->bitCount);
-        }
-        return out;
-    };
-    EXPECT_EQ(images(L"AAA"),
-              (std::vector<std::pair<int, int>>{{16, 32}, {24, 32}, {32, 32}, {48, 32}}));
-    EXPECT_EQ(images(MAKEINTRESOURCEW(1)),
-              (std::vector<std::pair<int, int>>{{32, 1}, {32, 4}, {16, 4}}));
+    const HRSRC found = ::FindResourceW(module, group, MAKEINTRESOURCEW(14));
+    const auto* data = static_cast<const BYTE*>(::LockResource(::LoadResource(module, found)));
+    std::vector<std::pair<int, int>> images;
+    for (WORD i = 0; data != nullptr && i < *reinterpret_cast<const WORD*>(data + 4); ++i) {
+        const auto* e = reinterpret_cast<const Entry*>(data + 6 + i * sizeof(Entry));
+        images.emplace_back(e->width, e->bitCount);
+    }
+    return images;
 }
 
-// Wine names keys by X keysyms, so the name is compared with what the layout says here.
+TEST(ResourcesUnderWine, TheNamedGroupComesFirstWithItsFourTrueColourImages) {
+    const Text tests = support::TestFolder();
+    const std::wstring exe =
+        std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\bin\\Zelkova2.exe";
+    const HMODULE module = ::LoadLibraryExW(exe.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(module, nullptr);
+    std::vector<std::wstring> groups;
+    ::EnumResourceNamesW(module, MAKEINTRESOURCEW(14), &CollectGroup,
+                         reinterpret_cast<LONG_PTR>(&groups));
+    EXPECT_EQ(groups, (std::vector<std::wstring>{L"AAA", L"#1"}));
+    EXPECT_EQ(GroupImages(module, L"AAA"),
+              (std::vector<std::pair<int, int>>{{16, 32}, {24, 32}, {32, 32}, {48, 32}}));
+    EXPECT_EQ(GroupImages(module, MAKEINTRESOURCEW(1)),
+              (std::vector<std::pair<int, int>>{{32, 1}, {32, 4}, {16, 4}}));
+    ::FreeLibrary(module);
+}
+
 TEST(HotKeysUnderWine, ACombinationHeldByAnotherProcessFailsAndTheLogNamesIt) {
     Win32Os os;
     (void)os.RegDeleteTreeW(HkeyCurrentUser(), kSettingsKey);
