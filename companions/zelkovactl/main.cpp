@@ -14,6 +14,8 @@ int wmain(int argc, wchar_t** argv) {
         ::WideCharToMultiByte(CP_UTF8, 0, argv[i], -1, arg.data(), n, nullptr, nullptr);
         args.push_back(arg);
     }
+    // The log is in the ANSI code page; the console shows it in that one too.
+    ::SetConsoleOutputCP(::GetACP());
     zk::Win32Os os;
     return zk::ctl::Ctl(os, std::cout, std::cerr).Run(args);
 }

@@ -147,17 +147,23 @@ class SystemUnderWine : public ::testing::Test {
         ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
     }
     // Starts Zelkova2 with its companions and waits until all nine wait for their signals.
-    bool Start() {
+    ::testing::AssertionResult Start() {
         const std::wstring exe = BinFolder() + L"\\Zelkova2.exe";
         STARTUPINFOW si{};
         si.cb = sizeof si;
         if (!::CreateProcessW(exe.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
                               BinFolder().c_str(), &si, &zelkova_)) {
-            return false;
+            return ::testing::AssertionFailure() << "Zelkova2.exe did not start";
         }
-        const bool started = Within(20000, [] { return CompanionCount() == 9; });
+        if (!Within(60000, [] { return CompanionCount() == 9; })) {
+            DWORD code = 0;
+            ::GetExitCodeProcess(zelkova_.hProcess, &code);
+            return ::testing::AssertionFailure()
+                   << CompanionCount() << " companions; Zelkova2 "
+                   << (code == STILL_ACTIVE ? "runs" : "ended with " + std::to_string(code));
+        }
         ::Sleep(500);  // the companions open their events and begin to wait
-        return started;
+        return ::testing::AssertionSuccess();
     }
     DWORD WaitForExit() {
         DWORD code = STILL_ACTIVE;
