@@ -14,6 +14,7 @@ constexpr char16_t kMessagePrefix[] = u"Zelkova: ";
 // The one message whose prefix has no blank: the failure to make "desk2".
 constexpr char16_t kDesk2MessagePrefix[] = u"Zelkova:";
 constexpr char16_t kEventFailure[] = u"Failed to create event ";
+constexpr char16_t kNoWindow[] = u"The controller window could not be created: ";
 
 constexpr std::uint32_t kWsOverlappedWindow = 0x00CF0000;
 constexpr std::uint32_t kWsExToolWindow = 0x00000080;
@@ -44,7 +45,7 @@ std::shared_ptr<frmZK> frmZK::Create(Os& os) {
     (void)os.RegisterClassW(kControllerClass, &frmZK::ClassWindowProc, instance);
     form->window_ = os.CreateWindowExW(kWsExToolWindow, kControllerClass, kControllerCaption,
                                        kWsOverlappedWindow, nullptr, instance);
-    if (form->window_ == nullptr) return nullptr;
+    if (form->window_ == nullptr) return nullptr;  // the last error says why
     (void)os.SetWindowLongPtrW(form->window_, GwlpUserData,
                                reinterpret_cast<std::intptr_t>(form.get()));
     form->hotkeys_ =
@@ -239,7 +240,11 @@ int RunZelkova(Os& os) {
         ErrLog(os).LogError(kMessagePrefix + Text(what.begin(), what.end()));
         return kExitStartError;
     }
-    if (form == nullptr) return kExitStartError;
+    if (form == nullptr) {
+        const std::uint32_t code = os.GetLastError();
+        ErrLog(os).LogError(kMessagePrefix + Text(kNoWindow) + ApiErrorText(os, code));
+        return kExitStartError;
+    }
     return RunMessageLoop(os);
 }
 

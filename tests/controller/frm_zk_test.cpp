@@ -352,6 +352,13 @@ TEST(ZelkovaRun, ExitCodesSayHowTheProcessEnded) {
     }
     EXPECT_NE(taken.FileText(kLog).find("Switcher1Update1 (The handle is invalid.\r\n)"),
               std::string::npos);
+
+    sim::SimOs refused;
+    refused.faults().FailEvery("CreateWindowExW", ErrorNotEnoughMemory);
+    EXPECT_EQ(RunZelkova(refused), kExitStartError);
+    EXPECT_NE(refused.FileText(kLog).find("Zelkova: The controller window could not be created: "
+                                          "Not enough memory"),
+              std::string::npos);
 }
 
 }  // namespace
