@@ -241,6 +241,8 @@ TEST_F(ZelkovaEndToEnd, AnEventNameTakenByAMutexEndsTheStartWithItsLogLine) {
     const auto records = WaitForRecords(1);
     ASSERT_EQ(records.size(), 1u) << "the reporter, and no companion";
     EXPECT_EQ(records[0].program, u"ZelkovaError.exe");
+    EXPECT_EQ(records[0].commandLine, support::TestFolder() + u"\\ZelkovaError.exe ")
+        << "the bare path and one blank";
     EXPECT_EQ(records[0].showWindow, SW_SHOWMINIMIZED);
 }
 

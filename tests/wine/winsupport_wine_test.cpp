@@ -1,15 +1,9 @@
-// Window icons, the executable's icon resources and a hotkey held by another process, against
-// the real system.
+// Window icons and the executable's icon resources, against the real system.
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
-#include "diagnostics/err_log.h"
-#include "hotkeys/hotkeys.h"
 #include "platform/win32/win32_os.h"
 #include "support/recorder_file.h"
 #include "winsupport/app_icon.h"
@@ -85,51 +79,6 @@ TEST(ResourcesUnderWine, TheNamedGroupComesFirstWithItsFourTrueColourImages) {
     EXPECT_EQ(GroupImages(module, MAKEINTRESOURCEW(1)),
               (std::vector<std::pair<int, int>>{{32, 1}, {32, 4}, {16, 4}}));
     ::FreeLibrary(module);
-}
-
-TEST(HotKeysUnderWine, ACombinationHeldByAnotherProcessFailsAndTheLogNamesIt) {
-    Win32Os os;
-    (void)os.RegDeleteTreeW(HkeyCurrentUser(), kSettingsKey);
-    support::StartRecording();
-    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", L"3,8");  // Ctrl+Alt+Backspace
-    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", L"20000");
-    ProcessInformation holder;
-    ASSERT_TRUE(
-        os.CreateProcessW(support::RecorderPath(), u" hold", false, 0, StartupInfo{}, holder));
-    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", nullptr);
-    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", nullptr);
-    for (int i = 0; i < 200 && support::ReadRecords().empty(); ++i)
-        ::Sleep(50);
-    ASSERT_FALSE(support::ReadRecords().empty()) << "the holder registered and recorded";
-
-    const Hwnd window = testing::MakeProbeWindow(os);
-    Registry registry(os);
-    ErrLog log(os);
-    HotKeyFields fields;
-    HotKeys hotkeys(os, registry, log, fields, window);
-    hotkeys.LoadHotKeys();
-    const Text logPath = log.LogFolder() + kLogFileName;
-    std::ifstream before(reinterpret_cast<const wchar_t*>(logPath.c_str()), std::ios::binary);
-    const std::string old((std::istreambuf_iterator<char>(before)), {});
-    hotkeys.RegisterHotKeys();
-    EXPECT_EQ(fields.HotKeyOk[5], 0);
-    for (int id : {1, 2, 3, 4, 6})
-        EXPECT_NE(fields.HotKeyOk[id], 0) << id;
-
-    std::ifstream after(reinterpret_cast<const wchar_t*>(logPath.c_str()), std::ios::binary);
-    const std::string now((std::istreambuf_iterator<char>(after)), {});
-    const Text name = KeyDisplayName(os, 8);
-    EXPECT_FALSE(name.empty());
-    const std::string expected = "Zelkova: Failed to register the following hotkey: 3 + " +
-                                 os.WideCharToMultiByte(name) + "\r\n";
-    ASSERT_GT(now.size(), old.size());
-    EXPECT_TRUE(now.substr(old.size()).ends_with(expected)) << now.substr(old.size());
-
-    hotkeys.UnregisterHotKeys();
-    ::TerminateProcess(holder.hProcess, 0);
-    (void)os.CloseHandle(holder.hProcess);
-    (void)os.CloseHandle(holder.hThread);
-    (void)os.DestroyWindow(window);
 }
 
 }  // namespace
