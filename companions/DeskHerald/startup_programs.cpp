@@ -3,12 +3,14 @@
 #include <windows.h>
 
 #include "common/companion.h"
+#include "hotkeys/hotkey_table.h"
 
 namespace zk::companion {
 namespace {
 
 std::wstring SettingsKey(int desktop) {
-    return L"Software\\Zelkova\\Desktop" + std::to_wstring(desktop);
+    const std::u16string settings = kSettingsKey;
+    return std::wstring(settings.begin(), settings.end()) + L"\\Desktop" + std::to_wstring(desktop);
 }
 
 BOOL CALLBACK CountVisible(HWND window, LPARAM count) {

@@ -2,6 +2,7 @@
 
 #include <tlhelp32.h>
 
+#include "controller/frm_zk.h"
 #include "signals/event_names.h"
 
 namespace zk::companion {
@@ -16,9 +17,16 @@ int DesktopArgument(const wchar_t* commandLine) {
     return last[0] - L'0';
 }
 
+const wchar_t* Wide(const char16_t* text) {
+    return reinterpret_cast<const wchar_t*>(text);
+}
+
 std::string SignalName(std::int16_t index) {
-    EventNames names;
-    names.InitEventNames();
+    static const EventNames names = [] {
+        EventNames table;
+        table.InitEventNames();
+        return table;
+    }();
     const Text name = names.EventName(index);
     return std::string(name.begin(), name.end());  // the names are plain ASCII
 }
@@ -47,8 +55,8 @@ namespace {
 BOOL CALLBACK MatchController(HWND window, LPARAM found) {
     wchar_t caption[16] = {};
     ::GetWindowTextW(window, caption, 16);
-    if (std::wstring(caption) == L"Zelkova 2" &&
-        ::GetPropW(window, L"Zelkova2_APP5") == reinterpret_cast<HANDLE>(1)) {
+    if (std::wstring(caption) == Wide(kControllerCaption) &&
+        ::GetPropW(window, Wide(kWindowMark)) == reinterpret_cast<HANDLE>(1)) {
         *reinterpret_cast<HWND*>(found) = window;
         return FALSE;
     }

@@ -8,6 +8,7 @@
 #include "platform/module_path.h"
 #include "platform/unique_handle.h"
 #include "signals/event_names.h"
+#include "support/text.h"
 #include "zelkovactl/hotkey_text.h"
 
 namespace zk::ctl {
@@ -40,16 +41,9 @@ constexpr const char* kHotKeyActions[] = {"desktop 1", "desktop 2",        "desk
 
 constexpr std::uint32_t kDesktopReadObjects = 0x0001;
 
-std::string Narrow(const Text& text) {
-    std::string out;
-    for (const char16_t c : text)
-        out.push_back(c < 0x80 ? static_cast<char>(c) : '?');
-    return out;
-}
-
 // One line of a system text, without the line end that most of them carry.
 std::string Line(const Text& text) {
-    std::string line = Narrow(text);
+    std::string line = AsciiText(text);
     while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
         line.pop_back();
     return line + "\n";
@@ -194,10 +188,10 @@ int Ctl::Status() {
     out_ << (Running() ? "Zelkova2 is running" : kNotRunning) << "\n";
     UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, kDesktopReadObjects));
     if (input)
-        out_ << "Input desktop: " << Narrow(os_.GetUserObjectInformationW(input.get())) << "\n";
+        out_ << "Input desktop: " << AsciiText(os_.GetUserObjectInformationW(input.get())) << "\n";
     std::string list;
     for (const Text& name : os_.EnumDesktopsW())
-        list += (list.empty() ? "" : ", ") + Narrow(name);
+        list += (list.empty() ? "" : ", ") + AsciiText(name);
     out_ << "Desktops: " << list << "\n";
     return kExitOk;
 }
@@ -251,7 +245,7 @@ int Ctl::Autostart(const std::string& state) {
             err_ << "zelkovactl: could not write the Run key: " << Line(registry_.LastErrorText());
             return kExitFailed;
         }
-        out_ << "Zelkova2 starts when you log on: " << Narrow(command) << "\n";
+        out_ << "Zelkova2 starts when you log on: " << AsciiText(command) << "\n";
         return kExitOk;
     }
     UniqueRegKey key(os_, nullptr);

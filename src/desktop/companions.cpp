@@ -1,8 +1,7 @@
 #include "desktop/companions.h"
 
-#include <string>
-
 #include "signals/event_names.h"
+#include "support/text.h"
 
 namespace zk {
 
@@ -13,8 +12,7 @@ std::vector<CompanionStart> CompanionsOfDesktop(std::int16_t desk) {
 }
 
 Text CompanionArgument(std::int16_t argument) {
-    const std::string digits = std::to_string(argument);
-    return Text(digits.begin(), digits.end());
+    return DecimalText(argument);
 }
 
 }  // namespace zk

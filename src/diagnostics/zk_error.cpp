@@ -1,21 +1,16 @@
 #include "diagnostics/zk_error.h"
 
+#include "support/text.h"
+
 namespace zk {
 namespace {
-
-std::string Narrow(const Text& text) {
-    std::string out;
-    for (const char16_t c : text)
-        out.push_back(c < 0x80 ? static_cast<char>(c) : '?');
-    return out;
-}
 
 constexpr char16_t kSource[] = u"Zelkova2";
 
 }  // namespace
 
 ZkError::ZkError(std::int32_t number, Text source, Text description)
-    : std::runtime_error(Narrow(source) + ": " + Narrow(description)),
+    : std::runtime_error(AsciiText(source) + ": " + AsciiText(description)),
       number_(number),
       source_(std::move(source)),
       description_(std::move(description)) {}

@@ -1,7 +1,8 @@
 #include "hotkeys/hotkeys.h"
 
+#include "support/text.h"
+
 #include <array>
-#include <string>
 
 namespace zk {
 namespace {
@@ -63,8 +64,7 @@ bool ReadHotKeyPair(Registry& registry, int id, std::int16_t& key, std::int16_t&
 }
 
 Text HotKeys::Describe(const char16_t* prefix, int id) {
-    const std::string modifiers = std::to_string(fields_.HotKeyMod[id]);
-    return prefix + Text(modifiers.begin(), modifiers.end()) + u" + " +
+    return prefix + DecimalText(fields_.HotKeyMod[id]) + u" + " +
            KeyDisplayName(os_, fields_.HotKeyCode[id]);
 }
 

@@ -3,24 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <string>
 
 #include "diagnostics/win_api_error.h"
 #include "platform/unique_handle.h"
+#include "support/text.h"
 
 namespace zk {
 namespace {
 
-Text Decimal(std::int64_t value) {
-    const std::string digits = std::to_string(value);
-    return Text(digits.begin(), digits.end());
-}
-
 // Any value as text: numbers in decimal, bytes taken as UTF-16 characters.
 Text AsText(const RegData& value) {
     if (const auto* text = std::get_if<Text>(&value)) return *text;
-    if (const auto* n = std::get_if<std::int16_t>(&value)) return Decimal(*n);
-    if (const auto* n = std::get_if<std::int32_t>(&value)) return Decimal(*n);
+    if (const auto* n = std::get_if<std::int16_t>(&value)) return DecimalText(*n);
+    if (const auto* n = std::get_if<std::int32_t>(&value)) return DecimalText(*n);
     const auto& bytes = std::get<std::vector<std::byte>>(value);
     Text text((bytes.size() + 1) / 2, u'\0');
     std::memcpy(text.data(), bytes.data(), bytes.size());
@@ -70,8 +65,8 @@ bool Registry::ReadValue(Hkey root, const Text& keyPath, const Text& valueName,
         return FailWithCode(result);
     }
     if (storedType != requestedType) {
-        return Fail(u"Registry data type was " + Decimal(storedType) +
-                    u"instead of the requested " + Decimal(requestedType));
+        return Fail(u"Registry data type was " + DecimalText(storedType) +
+                    u"instead of the requested " + DecimalText(requestedType));
     }
     RegData value;
     if (!ReadData(key.get(), valueName, storedType, size, value)) return false;
@@ -100,7 +95,7 @@ bool Registry::ReadData(Hkey key, const Text& valueName, std::uint32_t type, std
         case RegDwordBigEndian: {
             // The buffer holds 4 bytes; other sizes are refused rather than read past it.
             if (size != 4) {
-                return Fail(u"Registry data size was " + Decimal(size) +
+                return Fail(u"Registry data size was " + DecimalText(size) +
                             u" instead of the required 4");
             }
             std::array<std::byte, 4> bytes{};

@@ -1,19 +1,14 @@
 #include "winsupport/m_subclass.h"
 
 #include <memory>
-#include <string>
 
 #include "diagnostics/zk_error.h"
 #include "platform/module_path.h"
+#include "support/text.h"
 #include "winsupport/process_context.h"
 
 namespace zk::MSubclass {
 namespace {
-
-Text Decimal(std::int64_t value) {
-    const std::string digits = std::to_string(value);
-    return Text(digits.begin(), digits.end());
-}
 
 std::intptr_t AddressOf(ISubclass& receiver) {
     return reinterpret_cast<std::intptr_t>(&receiver);
@@ -28,16 +23,16 @@ Lresult CallPrevious(std::intptr_t previous, Hwnd hWnd, std::int32_t message, Wp
 }  // namespace
 
 Text HandleText(Hwnd hWnd) {
-    return Decimal(static_cast<std::int32_t>(static_cast<std::uint32_t>(HandleValue(hWnd))));
+    return DecimalText(static_cast<std::int32_t>(static_cast<std::uint32_t>(HandleValue(hWnd))));
 }
 Text AttachCountName(Hwnd hWnd) {
     return u"C" + HandleText(hWnd);
 }
 Text ReceiverCountName(Hwnd hWnd, std::int32_t iMsg) {
-    return HandleText(hWnd) + u"#" + Decimal(iMsg) + u"C";
+    return HandleText(hWnd) + u"#" + DecimalText(iMsg) + u"C";
 }
 Text ReceiverName(Hwnd hWnd, std::int32_t iMsg, std::int32_t position) {
-    return HandleText(hWnd) + u"#" + Decimal(iMsg) + u"#" + Decimal(position);
+    return HandleText(hWnd) + u"#" + DecimalText(iMsg) + u"#" + DecimalText(position);
 }
 
 std::intptr_t GetProp(Hwnd hWnd, const Text& name) {

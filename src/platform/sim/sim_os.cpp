@@ -576,14 +576,13 @@ Hdesk SimOs::CreateDesktopW(const Text& name, std::uint32_t flags, std::uint32_t
         last_ = kErrorBadPathname;
         return nullptr;
     }
+    // A success leaves the last error as it was, as under Wine, whether made or opened.
     if (const int existing = DesktopByName(name); existing >= 0) {
-        last_ = ErrorAlreadyExists;
         return OpenDesktop(existing, desiredAccess);
     }
     Object object{Kind::Desktop};
     object.desktop = static_cast<int>(desktops_.size());
     desktops_.push_back({name, NewObject(std::move(object))});
-    last_ = ErrorSuccess;
     return OpenDesktop(static_cast<int>(desktops_.size()) - 1, desiredAccess);
 }
 
