@@ -2,8 +2,8 @@
 
 #include <tlhelp32.h>
 
-#include "controller/frm_zk.h"
 #include "signals/event_names.h"
+#include "signals/protocol.h"
 
 namespace zk::companion {
 

@@ -5,8 +5,8 @@
 
 #include "diagnostics/err_log.h"
 #include "hotkeys/hotkeys.h"
+#include "platform/handles.h"
 #include "platform/module_path.h"
-#include "platform/unique_handle.h"
 #include "signals/event_names.h"
 #include "support/text.h"
 #include "zelkovactl/hotkey_text.h"

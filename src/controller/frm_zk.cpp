@@ -19,10 +19,6 @@ constexpr char16_t kNoWindow[] = u"The controller window could not be created: "
 constexpr std::uint32_t kWsOverlappedWindow = 0x00CF0000;
 constexpr std::uint32_t kWsExToolWindow = 0x00000080;
 
-// The command texts are the names of the controller block's signals, 49 to 54.
-constexpr std::int16_t kFirstCommand = 49;
-constexpr std::int16_t kReadRegCommand = 53;
-constexpr std::int16_t kShutdownCommand = 54;
 // No command text is longer than this many characters, and in every ANSI code page an ASCII
 // character comes from one byte: a longer payload can never be a command.
 constexpr std::int32_t kLongestCommand = 32;
@@ -154,10 +150,10 @@ void frmZK::CopyData(Lparam lParam) {
     if (size <= 0 || size > kLongestCommand) return;
     const Ansi bytes(static_cast<const char*>(data->lpData), static_cast<std::size_t>(size));
     const Text command = os_.MultiByteToWideChar(bytes);
-    for (std::int16_t index = kFirstCommand; index <= kSignalCount; ++index) {
+    for (std::int16_t index = kFirstSwitchCommand; index <= kSignalCount; ++index) {
         if (command != names_.EventName(index)) continue;
-        if (index < kReadRegCommand) {
-            const std::int16_t desk = static_cast<std::int16_t>(index - kFirstCommand + 1);
+        if (index <= kLastSwitchCommand) {
+            const std::int16_t desk = static_cast<std::int16_t>(index - kFirstSwitchCommand + 1);
             if (record_.CurrentDesk == desk) return;
             record_.PreviousDesk = record_.CurrentDesk;
             record_.CurrentDesk = desk;

@@ -13,14 +13,13 @@
 #include "platform/os.h"
 #include "settings/registry.h"
 #include "signals/event_names.h"
+#include "signals/protocol.h"
 #include "support/one_based_array.h"
 #include "winsupport/i_subclass.h"
 
 namespace zk {
 
-inline constexpr char16_t kControllerCaption[] = u"Zelkova 2";
 inline constexpr char16_t kControllerClass[] = u"Zelkova2Controller";
-inline constexpr char16_t kWindowMark[] = u"Zelkova2_APP5";
 inline constexpr int kDesktopCount = 4;
 
 // How the process ends.

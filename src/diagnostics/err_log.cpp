@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "platform/handles.h"
 #include "platform/module_path.h"
-#include "platform/unique_handle.h"
 
 namespace zk {
 

@@ -9,7 +9,7 @@ constexpr std::uint32_t kFromSystemIgnoreInserts = 0x1200;
 constexpr std::size_t kBufferChars = 256;
 }  // namespace
 
-Text ApiErrorText(Os& os, std::uint32_t code) {
+Text ApiErrorText(TextApi& os, std::uint32_t code) {
     std::array<char16_t, kBufferChars> buffer{};
     const std::uint32_t n = os.FormatMessageW(kFromSystemIgnoreInserts, code, 0, buffer);
     return n > 0 ? Text(buffer.data(), n) : Text();

@@ -3,12 +3,12 @@
 
 #include <cstdint>
 
-#include "platform/os.h"
+#include "platform/api/text_api.h"
 
 namespace zk {
 
 // The text exactly as the system gives it, line end included; empty when it has none or when
 // it does not fit into 256 characters.
-[[nodiscard]] Text ApiErrorText(Os& os, std::uint32_t code);
+[[nodiscard]] Text ApiErrorText(TextApi& os, std::uint32_t code);
 
 }  // namespace zk

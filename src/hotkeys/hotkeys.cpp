@@ -27,7 +27,7 @@ std::optional<std::uint32_t> FixedScanCode(std::int16_t virtualKey) {
 
 }  // namespace
 
-Text KeyDisplayName(Os& os, std::int16_t virtualKey) {
+Text KeyDisplayName(TextApi& os, std::int16_t virtualKey) {
     std::uint32_t scanCode = 0;
     if (const auto fixed = FixedScanCode(virtualKey)) {
         scanCode = *fixed;

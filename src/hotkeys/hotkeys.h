@@ -14,7 +14,7 @@ inline constexpr char16_t kUnregisterFailed[] =
     u"Zelkova: Failed to unregister the following hotkey: ";
 
 // The keyboard layout's name of a key ("Num 2"), or empty text.
-[[nodiscard]] Text KeyDisplayName(Os& os, std::int16_t virtualKey);
+[[nodiscard]] Text KeyDisplayName(TextApi& os, std::int16_t virtualKey);
 
 // Reads hotkey `id`'s pair: the key value, then (only if that was read) the modifier value.
 // Each read fills its destination as it succeeds; the pair counts only when both did. A value

@@ -4,7 +4,7 @@
 
 namespace zk {
 
-Text ExecutablePath(Os& os) {
+Text ExecutablePath(KernelApi& os) {
     std::vector<char16_t> buffer(260);
     constexpr std::size_t kLongestPath = 32768;
     for (;;) {
@@ -14,13 +14,13 @@ Text ExecutablePath(Os& os) {
     }
 }
 
-Text ExecutableFolder(Os& os) {
+Text ExecutableFolder(KernelApi& os) {
     const Text path = ExecutablePath(os);
     const auto slash = path.find_last_of(u'\\');
     return slash == Text::npos ? Text() : path.substr(0, slash);
 }
 
-Text ExecutableName(Os& os) {
+Text ExecutableName(KernelApi& os) {
     const Text path = ExecutablePath(os);
     const auto slash = path.find_last_of(u'\\');
     Text name = slash == Text::npos ? path : path.substr(slash + 1);

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "diagnostics/win_api_error.h"
-#include "platform/unique_handle.h"
+#include "platform/handles.h"
 #include "support/text.h"
 
 namespace zk {
@@ -37,7 +37,7 @@ bool Registry::Fail(Text text) {
 }
 
 bool Registry::FailWithCode(std::int32_t code) {
-    return Fail(ApiErrorText(os_, static_cast<std::uint32_t>(code)));
+    return Fail(ApiErrorText(text_, static_cast<std::uint32_t>(code)));
 }
 
 bool Registry::KeyExists(Hkey root, const Text& keyPath) {

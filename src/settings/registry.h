@@ -25,7 +25,8 @@ using RegData = std::variant<Text, std::int16_t, std::int32_t, std::vector<std::
 
 class Registry {
   public:
-    explicit Registry(Os& os) : os_(os) {}
+    Registry(RegistryApi& registry, TextApi& text) : os_(registry), text_(text) {}
+    explicit Registry(Os& os) : Registry(os, os) {}
 
     [[nodiscard]] bool KeyExists(Hkey root, const Text& keyPath);
     [[nodiscard]] bool CreateKey(Hkey root, const Text& keyPath);
@@ -43,7 +44,8 @@ class Registry {
     bool ReadData(Hkey key, const Text& valueName, std::uint32_t type, std::uint32_t size,
                   RegData& result);
 
-    Os& os_;
+    RegistryApi& os_;
+    TextApi& text_;
     Text lastErrorText_;
 };
 

@@ -4,9 +4,11 @@
 // desktop onto its signal index.
 
 #include <array>
+#include <climits>
 #include <cstdint>
 
-#include "platform/os.h"
+#include "support/text.h"
+#include "support/zk_error.h"
 
 namespace zk {
 
@@ -33,11 +35,36 @@ class EventNames {
     [[nodiscard]] Text EventName(std::int16_t index) const;
     // The signal index of `kind` addressed to block `desk`, in 16-bit arithmetic; throws the
     // overflow error where a step leaves the 16-bit range. No argument is range-checked.
-    [[nodiscard]] static std::int16_t EventIndex(std::int32_t kind, std::int16_t desk,
-                                                 std::int16_t target);
+    [[nodiscard]] static constexpr std::int16_t EventIndex(std::int32_t kind, std::int16_t desk,
+                                                           std::int16_t target);
 
   private:
+    static constexpr std::int16_t Checked(std::int32_t value) {
+        if (value < INT16_MIN || value > INT16_MAX) RaiseOverflow();
+        return static_cast<std::int16_t>(value);
+    }
     std::array<Text, kSignalCount> names_;
 };
+
+constexpr std::int16_t EventNames::EventIndex(std::int32_t kind, std::int16_t desk,
+                                              std::int16_t target) {
+    const std::int16_t base = Checked(Checked(desk - 1) * kSignalsPerDesktop);
+    switch (kind) {
+        case KindSwitchTo:
+            return Checked(base + target);
+        case KindUpdate:
+            return Checked(Checked(base + 4) + target);
+        case KindShowPreview:
+            return Checked(base + 11);
+        case KindShowPopup:
+            return Checked(base + 12);
+        case KindShutdown:
+            return Checked(base + (desk == kControllerBlock ? 6 : 10));
+        case KindReadReg:
+            return Checked(base + (desk == kControllerBlock ? 5 : 9));
+        default:
+            return base;
+    }
+}
 
 }  // namespace zk

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstddef>
 
-#include "diagnostics/zk_error.h"
+#include "support/zk_error.h"
 
 namespace zk {
 

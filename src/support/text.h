@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/os.h"
-
 namespace zk {
+
+// Text is UTF-16 on both platforms; Ansi is text in the system's default ANSI code page.
+using Text = std::u16string;
+using Ansi = std::string;
 
 // A number's decimal digits, with a leading "-" when negative ("920", "-2147478988").
 [[nodiscard]] Text DecimalText(std::int64_t value);

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "diagnostics/zk_error.h"
 #include "platform/module_path.h"
 #include "support/text.h"
+#include "support/zk_error.h"
 #include "winsupport/process_context.h"
 
 namespace zk::MSubclass {

@@ -13,7 +13,7 @@ TEST(ApiErrorText, GivesTheSystemTextWithItsLineEndUntrimmed) {
     EXPECT_EQ(ApiErrorText(os, 1409), u"Hot key is already registered.\r\n");
     os.SetSystemText(4242, u"Insert %1 stays as it is.\r\n");
     EXPECT_EQ(ApiErrorText(os, 4242), u"Insert %1 stays as it is.\r\n");
-    EXPECT_EQ(os.journal().Details("FormatMessageW").back(), "4242 lang 0 size 256");
+    EXPECT_EQ(os.journal().Details("FormatMessageW").back(), "4242 flags 0x1200 lang 0 size 256");
 }
 
 TEST(ApiErrorText, IsEmptyForAnUnknownCodeAndForATextThatDoesNotFit) {

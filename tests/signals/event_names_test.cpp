@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "diagnostics/zk_error.h"
+#include "support/zk_error.h"
 
 namespace zk {
 namespace {

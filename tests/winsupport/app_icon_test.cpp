@@ -30,7 +30,7 @@ TEST(AppIcon, BigThenSmallEachToTheTopOwnerBeforeTheWindow) {
     EXPECT_EQ(os.WindowIcon(top, false), small);
     EXPECT_EQ(os.WindowIcon(middle, true), nullptr) << "only the top of the chain";
     EXPECT_EQ(os.journal().Details("LoadImageA"),
-              (std::vector<std::string>{"AAA 32x32", "AAA 16x16"}));
+              (std::vector<std::string>{"AAA 32x32 flags 0x8000", "AAA 16x16 flags 0x8000"}));
     const auto sends = IconSends(os);
     ASSERT_EQ(sends.size(), 4u);
     auto to = [](Hwnd w, int which) {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "contract/backends.h"
-#include "diagnostics/zk_error.h"
+#include "support/zk_error.h"
 #include "winsupport/m_subclass.h"
 #include "winsupport/process_context.h"
 #include "winsupport/subclass_probe.h"

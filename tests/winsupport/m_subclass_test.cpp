@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "diagnostics/zk_error.h"
 #include "platform/sim/sim_os.h"
+#include "support/zk_error.h"
 #include "winsupport/process_context.h"
 #include "winsupport/subclass_probe.h"
 

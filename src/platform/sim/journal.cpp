@@ -1,5 +1,8 @@
 #include "platform/sim/journal.h"
 
+#include <set>
+#include <stdexcept>
+
 namespace zk::sim {
 
 void Journal::Record(std::string call, std::string detail) {
@@ -35,15 +38,64 @@ std::optional<std::size_t> Journal::Find(std::string_view call, std::string_view
     return std::nullopt;
 }
 
+namespace {
+
+// Every call of the seam, as the sim records it.
+const std::set<std::string, std::less<>>& SeamCalls() {
+    static const std::set<std::string, std::less<>> calls = {
+        // kernel
+        "CreateEventA", "CreateMutexA", "OpenEventA", "SetEvent", "WaitForSingleObject",
+        "CloseHandle", "CreateFileMappingW", "MapViewOfFile", "UnmapViewOfFile",
+        "GetCurrentThreadId", "GetCurrentProcessId", "CreateProcessW", "OpenProcess",
+        "GetProcessTimes", "CreateToolhelp32Snapshot", "ExitProcess", "GetModuleFileNameW",
+        "GetModuleHandleW", "GetTickCount64",
+        // files
+        "CreateFileW", "WriteFile", "ReadFile", "DeleteFileW", "GetFileAttributesW",
+        "SHGetFolderPathW",
+        // desktops
+        "GetThreadDesktop", "OpenInputDesktop", "OpenDesktopW", "CreateDesktopW",
+        "SetThreadDesktop", "SwitchDesktop", "CloseDesktop", "GetUserObjectInformationW",
+        "EnumDesktopsW", "EnumDesktopWindows",
+        // windows, messages, hotkeys, icons
+        "RegisterHotKey", "UnregisterHotKey", "SendInput", "SetPropA", "GetPropW", "SetPropW",
+        "RemovePropW", "IsWindow", "IsWindowVisible", "GetWindowThreadProcessId", "GetWindowTextW",
+        "SetWindowLongPtrW", "GetWindowLongPtrW", "CallWindowProcW", "EnumWindows", "GetWindow",
+        "GetSystemMetrics", "LoadImageA", "SendMessageA", "RegisterClassW", "CreateWindowExW",
+        "DestroyWindow", "DefWindowProcW", "SendMessageW", "SendMessageTimeoutW", "PostMessageW",
+        "GetMessageW", "PeekMessageW", "TranslateMessage", "DispatchMessageW", "PostQuitMessage",
+        "MsgWaitForMultipleObjects", "SetTimer", "KillTimer",
+        // registry
+        "RegOpenKeyExW", "RegCreateKeyW", "RegQueryValueExW", "RegSetValueExW", "RegEnumValueW",
+        "RegDeleteValueW", "RegDeleteTreeW", "RegCloseKey",
+        // text
+        "FormatMessageW", "MultiByteToWideChar", "WideCharToMultiByte", "ExpandEnvironmentStringsW",
+        "GetLocalTime", "GetDateFormatW", "GetTimeFormatW", "GetKeyboardLayout", "MapVirtualKeyExA",
+        "GetKeyNameTextA"};
+    return calls;
+}
+
+}  // namespace
+
+void FaultPlan::RequireKnown(const std::string& call) {
+    if (SeamCalls().count(call) == 0) {
+        throw std::invalid_argument("no call of the seam is named '" + call + "'");
+    }
+}
+
 void FaultPlan::FailNth(std::string call, int nth, std::uint32_t error) {
+    RequireKnown(call);
     faults_.push_back({std::move(call), nth, error});
 }
 
 void FaultPlan::FailEvery(std::string call, std::uint32_t error) {
+    RequireKnown(call);
     faults_.push_back({std::move(call), 0, error});
 }
 
-std::optional<std::uint32_t> FaultPlan::Check(std::string_view call, int nth) const {
+std::optional<std::uint32_t> FaultPlan::Check(std::string_view call) {
+    auto count = counts_.find(call);
+    if (count == counts_.end()) count = counts_.emplace(std::string(call), 0).first;
+    const int nth = ++count->second;
     for (const auto& f : faults_) {
         if (f.call == call && (f.nth == 0 || f.nth == nth)) return f.error;
     }

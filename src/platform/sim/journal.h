@@ -2,6 +2,7 @@
 // The simulated session's record of calls, and the faults a test asks it to inject.
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,8 @@ class Journal {
     std::vector<JournalEntry> entries_;
 };
 
+// Faults are asked for by the name of a call of the seam; a name that is no such call is refused
+// (std::invalid_argument), so that a misspelt fault cannot silently never fire.
 class FaultPlan {
   public:
     // The nth call (counted from the start of the session, from 1) of `call` fails with `error`.
@@ -39,9 +42,12 @@ class FaultPlan {
     // Every call of `call` from now on fails with `error`.
     void FailEvery(std::string call, std::uint32_t error);
     void Clear() { faults_.clear(); }
-    std::optional<std::uint32_t> Check(std::string_view call, int nth) const;
+    // Counts one call of `call`; the error it must fail with, if any.
+    std::optional<std::uint32_t> Check(std::string_view call);
 
   private:
+    static void RequireKnown(const std::string& call);
+    std::map<std::string, int, std::less<>> counts_;
     struct Fault {
         std::string call;
         int nth;  // 0: every call

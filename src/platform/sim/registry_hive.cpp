@@ -33,24 +33,44 @@ void RegistryHive::CreateKey(const Text& path) {
     }
 }
 
+RegValue* RegistryHive::In(Key& key, const Text& name) {
+    const Text folded = Fold(name);
+    for (auto& value : key.values) {
+        if (Fold(value.name) == folded) return &value;
+    }
+    return nullptr;
+}
+
 const RegValue* RegistryHive::FindValue(const Text& path, const Text& name) const {
     const auto key = keys_.find(Fold(path));
     if (key == keys_.end()) return nullptr;
-    const auto value = key->second.values.find(Fold(name));
-    return value == key->second.values.end() ? nullptr : &value->second;
+    return In(const_cast<Key&>(key->second), name);
+}
+
+const std::vector<RegValue>* RegistryHive::Values(const Text& path) const {
+    const auto key = keys_.find(Fold(path));
+    return key == keys_.end() ? nullptr : &key->second.values;
 }
 
 void RegistryHive::SetValue(const Text& path, const Text& name, std::uint32_t type,
                             std::vector<std::byte> data) {
     CreateKey(path);
-    keys_[Fold(path)].values[Fold(name)] = RegValue{name, type, std::move(data)};
+    Key& key = keys_[Fold(path)];
+    if (RegValue* existing = In(key, name)) {
+        existing->type = type;
+        existing->data = std::move(data);
+        return;
+    }
+    key.values.push_back(RegValue{name, type, std::move(data)});
 }
 
 bool RegistryHive::DeleteValue(const Text& path, const Text& name) {
     const auto key = keys_.find(Fold(path));
-    return key != keys_.end() && key->second.values.erase(Fold(name)) != 0;
+    if (key == keys_.end()) return false;
+    const Text folded = Fold(name);
+    return std::erase_if(key->second.values,
+                         [&](const RegValue& v) { return Fold(v.name) == folded; }) != 0;
 }
-
 bool RegistryHive::DeleteTree(const Text& path) {
     const Text folded = Fold(path);
     if (keys_.count(folded) == 0) return false;

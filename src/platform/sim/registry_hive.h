@@ -27,13 +27,16 @@ class RegistryHive {
     void SetValue(const Text& path, const Text& name, std::uint32_t type,
                   std::vector<std::byte> data);
     bool DeleteValue(const Text& path, const Text& name);
+    // The key's values in the order they were first written; nullptr when the key is missing.
+    const std::vector<RegValue>* Values(const Text& path) const;
     bool DeleteTree(const Text& path);
 
   private:
     static Text Fold(const Text& name);
     struct Key {
-        std::map<Text, RegValue> values;  // by folded name
+        std::vector<RegValue> values;  // in the order they were first written
     };
+    static RegValue* In(Key& key, const Text& name);
     std::map<Text, Key> keys_;  // by folded path; "" is the root
 };
 

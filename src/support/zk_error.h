@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/os.h"
+#include "support/text.h"
 
 namespace zk {
 

@@ -1,4 +1,4 @@
-#include "diagnostics/zk_error.h"
+#include "support/zk_error.h"
 
 #include "support/text.h"
 

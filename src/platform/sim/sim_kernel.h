@@ -1,0 +1,84 @@
+#pragma once
+// The simulated kernel: named events and mutexes, shared memory, the processes the program
+// starts and sees, and the program's own module.
+
+#include <set>
+
+#include "platform/api/kernel_api.h"
+#include "platform/sim/session.h"
+#include "platform/sim/sim_files.h"
+
+namespace zk::sim {
+
+struct StartedProcess {
+    std::uint32_t processId = 0;
+    std::optional<Text> applicationName;
+    Text commandLine;
+    Text image;  // the executable that was found
+    bool inheritHandles = false;
+    std::uint32_t creationFlags = 0;
+    StartupInfo startupInfo;
+};
+
+class SimKernel : public virtual KernelApi {
+  public:
+    SimKernel(Session& session, SimFiles& files);
+
+    Handle CreateEventA(bool manualReset, bool initialState, const Ansi& name) override;
+    Handle CreateMutexA(bool initialOwner, const Ansi& name) override;
+    Handle OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) override;
+    bool SetEvent(Handle event) override;
+    std::uint32_t WaitForSingleObject(Handle object, std::uint32_t milliseconds) override;
+    bool CloseHandle(Handle object) override;
+    Handle CreateFileMappingW(std::uint32_t size, const Text& name) override;
+    void* MapViewOfFile(Handle mapping, std::uint32_t size) override;
+    bool UnmapViewOfFile(void* view) override;
+    std::uint32_t GetCurrentThreadId() override;
+    std::uint32_t GetCurrentProcessId() override;
+    bool CreateProcessW(const std::optional<Text>& applicationName, const Text& commandLine,
+                        bool inheritHandles, std::uint32_t creationFlags,
+                        const StartupInfo& startupInfo,
+                        ProcessInformation& processInformation) override;
+    Handle OpenProcess(std::uint32_t desiredAccess, bool inherit, std::uint32_t processId) override;
+    bool GetProcessTimes(Handle process, std::uint64_t& creationTime) override;
+    std::vector<ProcessEntry> CreateToolhelp32Snapshot() override;
+    [[noreturn]] void ExitProcess(std::uint32_t exitCode) override;
+    std::uint32_t GetModuleFileNameW(std::span<char16_t> buffer) override;
+    Hinstance GetModuleHandleW() override;
+    std::uint64_t GetTickCount64() override;
+
+    // ----- driving from a test
+    void SetModuleFileName(const Text& path);
+    // Processes the program started, in order.
+    const std::vector<StartedProcess>& StartedProcesses() const { return started_; }
+    // A process of the session ends (its handles become signalled).
+    void EndProcess(std::uint32_t processId);
+    // A process that the program did not start, e.g. its parent; its id.
+    std::uint32_t AddOtherProcess(const Text& exeFile, std::uint32_t parentProcessId = 0);
+    // Named objects as another process of the session sees them.
+    bool EventExists(const Ansi& name) const;
+    bool EventIsSignalled(const Ansi& name) const;
+    // Takes the event's signal if it is set, as a companion's wait would; true if it was set.
+    bool WaitForEventInOtherProcess(const Ansi& name);
+    void SetEventInOtherProcess(const Ansi& name);
+    void CreateEventInOtherProcess(const Ansi& name);
+    void CreateMutexInOtherProcess(const Ansi& name);
+    // Handles the program's process holds open.
+    std::size_t OpenHandleCount() const { return session_.OpenHandleCount(); }
+    void AdvanceClock(std::uint64_t milliseconds) { session_.tickCount += milliseconds; }
+
+  private:
+    Handle CreateNamed(Kind kind, bool manualReset, bool initialState, const Ansi& name);
+    int ProcessObject(std::uint32_t processId) const;
+    KernelObject* OtherNamed(const Ansi& name, Kind kind);
+
+    Session& session_;
+    SimFiles& files_;
+    std::uint32_t nextProcessId_ = 0x200;
+    std::vector<StartedProcess> started_;
+    std::vector<ProcessEntry> others_;
+    std::map<std::intptr_t, int> views_;  // view address -> section object
+    Text modulePath_ = u"C:\\Program Files\\Zelkova2\\Zelkova2.exe";
+};
+
+}  // namespace zk::sim
