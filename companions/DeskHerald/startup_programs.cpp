@@ -1,74 +1,50 @@
 #include "DeskHerald/startup_programs.h"
 
-#include <windows.h>
-
-#include "common/companion.h"
-#include "hotkeys/hotkey_table.h"
+#include "common/companion_settings.h"
 
 namespace zk::companion {
 namespace {
 
-std::wstring SettingsKey(int desktop) {
-    const std::u16string settings = kSettingsKey;
-    return std::wstring(settings.begin(), settings.end()) + L"\\Desktop" + std::to_wstring(desktop);
-}
+constexpr std::intptr_t kWsVisible = 0x10000000;
 
-BOOL CALLBACK CountVisible(HWND window, LPARAM count) {
-    if (::IsWindowVisible(window)) ++*reinterpret_cast<int*>(count);
-    return TRUE;
+// Shown by its program, as its style says: Wine hides every window of a desktop that is not
+// the input desktop, and this desktop may not be shown any more when the herald looks.
+bool ShowsWindows(Os& os) {
+    const Hdesk own = os.GetThreadDesktop(os.GetCurrentThreadId());
+    for (const Hwnd window : os.EnumDesktopWindows(own)) {
+        if ((os.GetWindowLongPtrW(window, GwlStyle) & kWsVisible) != 0) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
-std::vector<std::wstring> StartupPrograms(int desktop) {
-    DWORD enabled = 1;
-    DWORD size = sizeof enabled;
-    ::RegGetValueW(HKEY_CURRENT_USER, SettingsKey(desktop).c_str(), L"StartPrograms",
-                   RRF_RT_REG_DWORD, nullptr, &enabled, &size);
-    if (enabled == 0) return {};
-
-    HKEY key = nullptr;
-    const std::wstring programsKey = SettingsKey(desktop) + L"\\Programs";
-    if (::RegOpenKeyExW(HKEY_CURRENT_USER, programsKey.c_str(), 0, KEY_READ, &key) != 0) {
-        return {L"explorer.exe"};
+std::vector<Text> StartupPrograms(Os& os, Registry& registry, int desk) {
+    if (!StartProgramsOn(registry, desk)) return {};
+    const auto stored = StoredPrograms(os, desk);
+    if (!stored) return {kDefaultShell};
+    std::vector<Text> programs;
+    for (const Text& line : *stored) {
+        Text expanded = os.ExpandEnvironmentStringsW(line);
+        if (!expanded.empty()) programs.push_back(std::move(expanded));
     }
-    std::vector<std::wstring> programs;
-    for (DWORD i = 0;; ++i) {
-        wchar_t name[256];
-        DWORD nameLength = 256;
-        wchar_t data[1024];
-        DWORD dataSize = sizeof data - sizeof data[0];
-        DWORD type = 0;
-        const LSTATUS status = ::RegEnumValueW(key, i, name, &nameLength, nullptr, &type,
-                                               reinterpret_cast<BYTE*>(data), &dataSize);
-        if (status == ERROR_NO_MORE_ITEMS) break;
-        if (status != ERROR_SUCCESS || (type != REG_SZ && type != REG_EXPAND_SZ)) continue;
-        data[dataSize / sizeof(wchar_t)] = L'\0';
-        wchar_t expanded[2048];
-        if (::ExpandEnvironmentStringsW(data, expanded, 2048) == 0) continue;
-        if (expanded[0] != L'\0') programs.emplace_back(expanded);
-    }
-    ::RegCloseKey(key);
     return programs;
 }
 
-void StartStartupPrograms(int desktop) {
-    const HDESK own = ::GetThreadDesktop(::GetCurrentThreadId());
-    int visible = 0;
-    ::EnumDesktopWindows(own, &CountVisible, reinterpret_cast<LPARAM>(&visible));
-    if (visible > 0) return;
-    std::wstring desktopName = DesktopName(own);
-    for (std::wstring line : StartupPrograms(desktop)) {
-        STARTUPINFOW si{};
-        si.cb = sizeof si;
-        si.lpDesktop = desktopName.data();
-        PROCESS_INFORMATION pi{};
-        if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                             &si, &pi)) {
-            ::CloseHandle(pi.hProcess);
-            ::CloseHandle(pi.hThread);
-        }
+int StartStartupPrograms(Os& os, Registry& registry, int desk) {
+    if (ShowsWindows(os)) return 0;
+    const Text desktop = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
+    int started = 0;
+    for (const Text& line : StartupPrograms(os, registry, desk)) {
+        StartupInfo si;
+        si.lpDesktop = desktop;
+        ProcessInformation pi;
+        if (!os.CreateProcessW(std::nullopt, line, false, 0, si, pi)) continue;
+        (void)os.CloseHandle(pi.hProcess);
+        (void)os.CloseHandle(pi.hThread);
+        ++started;
     }
+    return started;
 }
 
 }  // namespace zk::companion

@@ -1,52 +1,110 @@
-// DeskPilot.exe N: the switcher of desktop N. It waits on its desktop's signals: a switch hotkey
-// pressed here becomes a request to the controller (after a picture of this desktop is taken
-// for the preview), the preview hotkey shows the preview, and it ends with the controller.
+// DeskPilot.exe N: the switcher of desktop N. Its core (pilot.h) decides; this shell holds the
+// window that owns the hotkeys and timers, the preview, and the pictures of the desktop.
 #include <windows.h>
 
+#include <cstring>
+#include <optional>
+
+#include "DeskPilot/pilot.h"
 #include "DeskPilot/preview_window.h"
-#include "common/companion.h"
-#include "common/thumbnails.h"
-#include "signals/event_names.h"
+#include "common/companion_args.h"
+#include "common/win32_handles.h"
+#include "common/window_base.h"
+#include "diagnostics/err_log.h"
+#include "platform/win32/win32_os.h"
 
 using namespace zk;
 using namespace zk::companion;
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-    const int desk = DesktopArgument(::GetCommandLineW());
-    if (desk < 1 || desk > 4) return 2;
-    const HANDLE parent = OpenParentProcess();
-    if (parent == nullptr) return 0;  // the controller is gone already
+namespace {
 
-    const auto n = static_cast<std::int16_t>(desk);
-    std::vector<HANDLE> handles;
-    for (std::int16_t target = 1; target <= 4; ++target) {
-        handles.push_back(OpenSignal(EventNames::EventIndex(KindSwitchTo, n, target)));
-    }
-    for (const std::int32_t kind : {KindShowPreview, KindShowPopup, KindReadReg, KindShutdown}) {
-        handles.push_back(OpenSignal(EventNames::EventIndex(kind, n, 0)));
-    }
-    handles.push_back(parent);
+constexpr wchar_t kPilotClass[] = L"Zelkova2Pilot";
 
-    SharedThumbnail own(desk);
-    auto requestSwitch = [](int target) {
-        (void)RaiseSignal(EventNames::EventIndex(KindSwitchTo, kControllerBlock,
-                                                 static_cast<std::int16_t>(target)));
-    };
-    PreviewWindow preview(desk, requestSwitch);
-    WaitLoop(handles, [&](std::size_t signal) {
-        if (signal < 4) {  // switch hotkey: this desktop is still the one shown
-            own.Capture();
-            preview.Hide();
-            requestSwitch(static_cast<int>(signal) + 1);
-        } else if (signal == 4 || signal == 5) {  // the preview, or the popup switcher
-            own.Capture();
-            preview.Show();
-        } else if (signal == 7) {
-            return false;  // ShutdownSwitcherN
+class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
+  public:
+    PilotWindow(Os& os, int desk)
+        : desk_(desk), thumbnails_(os), preview_(os, desk, thumbnails_, [this](int target) {
+              if (pilot_ != nullptr) pilot_->RequestSwitch(target);
+          }) {
+        // A hidden top-level window of this desktop: the system ties hotkeys to a window's desktop.
+        CreateWindowOf(kPilotClass, WS_EX_TOOLWINDOW, L"Zelkova2 switcher", WS_POPUP,
+                       RECT{0, 0, 0, 0});
+    }
+    void Attach(Pilot& pilot) { pilot_ = &pilot; }
+
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+        if (pilot_ != nullptr && message == WM_HOTKEY) {
+            pilot_->HotKey(static_cast<int>(wParam));
+            return 0;
         }
-        return true;  // ReadRegSwitcherN: the switcher keeps no settings
-    });
-    for (const HANDLE h : handles)
-        ::CloseHandle(h);
+        if (pilot_ != nullptr && message == WM_TIMER) {
+            pilot_->TimerFired(wParam);
+            return 0;
+        }
+        return Default(message, wParam, lParam);
+    }
+
+    void ShowPreview() override { preview_.Show(); }
+    void HidePreview() override { preview_.Hide(); }
+
+    // Shrinks what this desktop shows into its shared picture.
+    void Capture() override {
+        Thumbnail* picture = thumbnails_.Of(desk_);
+        if (picture == nullptr) return;
+        const HDC screen = ::GetDC(nullptr);
+        {
+            const UniqueMemoryDc memory(::CreateCompatibleDC(screen));
+            BITMAPINFO info{};
+            info.bmiHeader = {sizeof(BITMAPINFOHEADER),
+                              kThumbnailWidth,
+                              -kThumbnailHeight,
+                              1,
+                              32,
+                              BI_RGB,
+                              0,
+                              0,
+                              0,
+                              0,
+                              0};
+            void* bits = nullptr;
+            const UniqueBitmap bitmap(
+                ::CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+            if (bitmap) {
+                const Selection canvas(memory.get(), bitmap.get());
+                ::SetStretchBltMode(memory.get(), HALFTONE);
+                if (::StretchBlt(memory.get(), 0, 0, kThumbnailWidth, kThumbnailHeight, screen, 0,
+                                 0, ::GetSystemMetrics(SM_CXSCREEN),
+                                 ::GetSystemMetrics(SM_CYSCREEN), SRCCOPY)) {
+                    ::GdiFlush();
+                    std::memcpy(picture->pixels, bits, sizeof picture->pixels);
+                    picture->valid = 1;
+                }
+            }
+        }
+        ::ReleaseDC(nullptr, screen);
+    }
+
+  private:
+    int desk_;
+    ThumbnailStore thumbnails_;
+    PreviewWindow preview_;
+    Pilot* pilot_ = nullptr;
+};
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    Win32Os os;
+    ProcessContext context(
+        os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: DeskPilot: " + what); });
+    const CompanionArgs args =
+        ParseCompanionArgs(reinterpret_cast<const char16_t*>(::GetCommandLineW()));
+    if (args.desk < 1 || args.desk > 4) return 2;
+    ControllerProcess controller(os, args.controllerId);
+    if (!controller.Found()) return 0;  // the controller is gone already
+    PilotWindow window(os, args.desk);
+    Pilot pilot(os, args.desk, controller, window.Window(), window);
+    window.Attach(pilot);
+    pilot.Run();
     return 0;
 }

@@ -1,79 +1,71 @@
 #include "DeskPilot/preview_window.h"
 
-#include <string>
-
 #include "DeskPilot/preview_keys.h"
-#include "desktop/companions.h"
+#include "common/companion_settings.h"
+#include "settings/registry.h"
 
 namespace zk::companion {
 namespace {
 
-constexpr int kTileWidth = 192, kTileHeight = 120, kMargin = 16, kLabel = 28;
 constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242),
-                   kMarked = RGB(70, 168, 79), kSelected = RGB(63, 111, 181),
-                   kEmpty = RGB(56, 62, 74);
+                   kSelected = RGB(235, 238, 242), kEmpty = RGB(56, 62, 74);
+
+COLORREF Colour(Rgb c) {
+    return RGB(c.r, c.g, c.b);
+}
+
+void Fill(HDC dc, const Rect& r, COLORREF colour) {
+    const RECT rect{r.left, r.top, r.right, r.bottom};
+    const UniqueBrush brush(::CreateSolidBrush(colour));
+    ::FillRect(dc, &rect, brush.get());
+}
 
 }  // namespace
 
-PreviewWindow::PreviewWindow(int shown, std::function<void(int)> choose)
-    : shown_(shown), selected_(shown), choose_(std::move(choose)) {
-    for (int d = 1; d <= 4; ++d)
-        thumbnails_[d - 1] = std::make_unique<SharedThumbnail>(d);
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = &PreviewWindow::Procedure;
-    wc.hInstance = ::GetModuleHandleW(nullptr);
-    wc.hCursor = ::LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-    wc.lpszClassName = kPreviewClass;
-    ::RegisterClassW(&wc);
-    const int width = 4 * kTileWidth + 5 * kMargin;
-    const int height = kTileHeight + kLabel + 2 * kMargin;
-    const int x = (::GetSystemMetrics(SM_CXSCREEN) - width) / 2;
-    const int y = (::GetSystemMetrics(SM_CYSCREEN) - height) / 2;
-    window_ = ::CreateWindowExW(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, kPreviewClass, kPreviewCaption,
-                                WS_POPUP | WS_BORDER, x, y, width, height, nullptr, nullptr,
-                                wc.hInstance, this);
-    font_ = ::CreateFontW(-16, 0, 0, 0, FW_SEMIBOLD, 0, 0, 0, DEFAULT_CHARSET, 0, 0,
-                          CLEARTYPE_QUALITY, 0, L"Segoe UI");
+PreviewWindow::PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails,
+                             std::function<void(int)> choose)
+    : os_(os),
+      shown_(shown),
+      selected_(shown),
+      thumbnails_(thumbnails),
+      choose_(std::move(choose)) {
+    CreateWindowOf(kPreviewClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW, kPreviewCaption,
+                   WS_POPUP | WS_BORDER, RECT{0, 0, 1, 1});
 }
 
-PreviewWindow::~PreviewWindow() {
-    if (window_ != nullptr) ::DestroyWindow(window_);
-    if (font_ != nullptr) ::DeleteObject(font_);
+void PreviewWindow::LayOut() {
+    const UINT dpi = ::GetDpiForWindow(Window());
+    layout_ = LayOutPreview(static_cast<int>(dpi), ::GetSystemMetrics(SM_CXSCREEN),
+                            ::GetSystemMetrics(SM_CYSCREEN));
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
+    metrics.lfMessageFont.lfWeight = FW_SEMIBOLD;
+    metrics.lfMessageFont.lfHeight = -Scale(15, static_cast<int>(dpi));
+    font_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+    const Rect& w = layout_.window;
+    ::SetWindowPos(Window(), HWND_TOPMOST, w.left, w.top, w.Width(), w.Height(), SWP_NOACTIVATE);
 }
 
 void PreviewWindow::Show() {
+    Registry registry(os_);
+    for (int d = 1; d <= 4; ++d)
+        names_[d - 1] = DesktopName(registry, d);
     selected_ = shown_;
-    ::ShowWindow(window_, SW_SHOW);
-    ::SetForegroundWindow(window_);
-    ::SetFocus(window_);
-    ::InvalidateRect(window_, nullptr, FALSE);
+    LayOut();
+    ::ShowWindow(Window(), SW_SHOW);
+    ::SetForegroundWindow(Window());
+    ::SetFocus(Window());
+    ::InvalidateRect(Window(), nullptr, FALSE);
 }
 
 void PreviewWindow::Hide() {
-    ::ShowWindow(window_, SW_HIDE);
+    ::ShowWindow(Window(), SW_HIDE);
 }
 
-void PreviewWindow::Choose(int desktop) {
+void PreviewWindow::Choose(int desk) {
     Hide();
-    choose_(desktop);
-}
-
-RECT PreviewWindow::TileRect(int desktop) const {
-    const int left = kMargin + (desktop - 1) * (kTileWidth + kMargin);
-    return RECT{left, kMargin, left + kTileWidth, kMargin + kTileHeight};
-}
-
-LRESULT CALLBACK PreviewWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-        ::SetWindowLongPtrW(window, GWLP_USERDATA,
-                            reinterpret_cast<LONG_PTR>(create->lpCreateParams));
-    }
-    auto* self = reinterpret_cast<PreviewWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self == nullptr || self->window_ != window) {
-        return ::DefWindowProcW(window, message, wParam, lParam);
-    }
-    return self->Handle(message, wParam, lParam);
+    choose_(desk);
 }
 
 LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -82,7 +74,7 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             const PreviewAction action = PreviewKey(static_cast<std::uint32_t>(wParam), selected_);
             if (action.kind == PreviewAction::Select) {
                 selected_ = action.desktop;
-                ::InvalidateRect(window_, nullptr, FALSE);
+                ::InvalidateRect(Window(), nullptr, FALSE);
             } else if (action.kind == PreviewAction::Choose) {
                 Choose(action.desktop);
             } else if (action.kind == PreviewAction::Cancel) {
@@ -91,57 +83,79 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_LBUTTONUP: {
-            const POINT at{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-            for (int d = 1; d <= 4; ++d) {
-                const RECT tile = TileRect(d);
-                if (::PtInRect(&tile, at)) Choose(d);
-            }
+            const int desk = TileAt(layout_, static_cast<short>(LOWORD(lParam)),
+                                    static_cast<short>(HIWORD(lParam)));
+            if (desk != 0) Choose(desk);
             return 0;
         }
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) Hide();  // clicked elsewhere
             return 0;
+        case WM_DPICHANGED:
+            if (::IsWindowVisible(Window())) LayOut();
+            return 0;
         case WM_PAINT:
             Paint();
             return 0;
         case WM_ERASEBKGND:
-            return 1;
+            return 1;  // painted whole, off screen: no flicker
         default:
-            return ::DefWindowProcW(window_, message, wParam, lParam);
+            return Default(message, wParam, lParam);
     }
 }
 
+// Drawn into a bitmap first and put on the screen in one go.
 void PreviewWindow::Paint() {
     PAINTSTRUCT ps;
-    const HDC dc = ::BeginPaint(window_, &ps);
+    const HDC screen = ::BeginPaint(Window(), &ps);
     RECT client;
-    ::GetClientRect(window_, &client);
-    const HBRUSH background = ::CreateSolidBrush(kBackground);
-    ::FillRect(dc, &client, background);
-    ::DeleteObject(background);
-    const HGDIOBJ oldFont = ::SelectObject(dc, font_);
-    ::SetBkMode(dc, TRANSPARENT);
-    ::SetTextColor(dc, kText);
-    for (int d = 1; d <= 4; ++d) {
-        RECT tile = TileRect(d);
-        const COLORREF frame = d == selected_ ? kSelected : (d == shown_ ? kMarked : kEmpty);
-        const HBRUSH frameBrush = ::CreateSolidBrush(frame);
-        RECT outer{tile.left - 4, tile.top - 4, tile.right + 4, tile.bottom + 4};
-        ::FillRect(dc, &outer, frameBrush);
-        ::DeleteObject(frameBrush);
-        if (!thumbnails_[d - 1]->Draw(dc, tile)) {
-            const HBRUSH empty = ::CreateSolidBrush(kEmpty);
-            ::FillRect(dc, &tile, empty);
-            ::DeleteObject(empty);
+    ::GetClientRect(Window(), &client);
+    const UniqueMemoryDc dc(::CreateCompatibleDC(screen));
+    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, client.right, client.bottom));
+    {
+        const Selection canvas(dc.get(), bitmap.get());
+        Fill(dc.get(), {0, 0, client.right, client.bottom}, kBackground);
+        const Selection font(dc.get(), font_.get());
+        ::SetBkMode(dc.get(), TRANSPARENT);
+        ::SetTextColor(dc.get(), kText);
+        ::SetStretchBltMode(dc.get(), HALFTONE);
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof(BITMAPINFOHEADER),
+                          kThumbnailWidth,
+                          -kThumbnailHeight,
+                          1,
+                          32,
+                          BI_RGB,
+                          0,
+                          0,
+                          0,
+                          0,
+                          0};
+        for (int d = 1; d <= 4; ++d) {
+            const Rect& tile = layout_.tiles[d - 1];
+            const int f = layout_.frame;
+            if (d == selected_ || d == shown_) {
+                const COLORREF frame = d == selected_ ? kSelected : Colour(DesktopColour(d));
+                Fill(dc.get(), {tile.left - f, tile.top - f, tile.right + f, tile.bottom + f},
+                     frame);
+            }
+            const Thumbnail* picture = thumbnails_.Of(d);
+            if (picture != nullptr && picture->valid != 0) {
+                ::StretchDIBits(dc.get(), tile.left, tile.top, tile.Width(), tile.Height(), 0, 0,
+                                kThumbnailWidth, kThumbnailHeight, picture->pixels, &info,
+                                DIB_RGB_COLORS, SRCCOPY);
+            } else {
+                Fill(dc.get(), tile, kEmpty);
+            }
+            const Rect& l = layout_.labels[d - 1];
+            RECT label{l.left, l.top, l.right, l.bottom};
+            const Text text = PreviewLabel(d, names_[d - 1], d == shown_);
+            ::DrawTextW(dc.get(), reinterpret_cast<const wchar_t*>(text.c_str()), -1, &label,
+                        DT_CENTER | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         }
-        const std::u16string name = kDesktopNames[d - 1];
-        std::wstring label = std::to_wstring(d) + L"  " + std::wstring(name.begin(), name.end());
-        if (d == shown_) label += L"  (shown)";
-        RECT text{tile.left, tile.bottom + 6, tile.right, tile.bottom + kLabel + 6};
-        ::DrawTextW(dc, label.c_str(), -1, &text, DT_CENTER | DT_SINGLELINE | DT_VCENTER);
+        ::BitBlt(screen, 0, 0, client.right, client.bottom, dc.get(), 0, 0, SRCCOPY);
     }
-    ::SelectObject(dc, oldFont);
-    ::EndPaint(window_, &ps);
+    ::EndPaint(Window(), &ps);
 }
 
 }  // namespace zk::companion

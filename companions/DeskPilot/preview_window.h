@@ -1,41 +1,42 @@
 #pragma once
-// The preview of the four desktops: a row of tiles with number, name and picture, the desktop
-// shown now marked. Choosing one asks the controller to show it.
+// The preview of the four desktops on the switcher's desktop: a row of tiles with their number,
+// name and picture, the shown one marked. Keys and clicks choose; it never steals the keyboard
+// from another program but by the user's own hotkey or click.
 
-#include <windows.h>
-
-#include <array>
 #include <functional>
-#include <memory>
 
-#include "common/thumbnails.h"
+#include "DeskPilot/thumbnail_store.h"
+#include "common/appearance.h"
+#include "common/win32_handles.h"
+#include "common/window_base.h"
+#include "platform/os.h"
 
 namespace zk::companion {
 
 inline constexpr wchar_t kPreviewClass[] = L"Zelkova2Preview";
 inline constexpr wchar_t kPreviewCaption[] = L"Zelkova2 Preview";
 
-class PreviewWindow {
+class PreviewWindow final : public WindowBase<PreviewWindow> {
   public:
-    // `shown` is the desktop this switcher runs on; `choose` is called with the chosen one.
-    PreviewWindow(int shown, std::function<void(int)> choose);
-    ~PreviewWindow();
+    // `shown` is the switcher's desktop; `choose` is called with the chosen one.
+    PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails, std::function<void(int)> choose);
     void Show();
     void Hide();
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Paint();
-    RECT TileRect(int desktop) const;
-    void Choose(int desktop);
+    void Choose(int desk);
+    void LayOut();
 
+    Os& os_;
     int shown_;
     int selected_;
+    ThumbnailStore& thumbnails_;
     std::function<void(int)> choose_;
-    std::array<std::unique_ptr<SharedThumbnail>, 4> thumbnails_;
-    HWND window_ = nullptr;
-    HFONT font_ = nullptr;
+    std::array<Text, 4> names_;
+    PreviewLayout layout_;
+    UniqueFont font_;
 };
 
 }  // namespace zk::companion

@@ -1,69 +1,31 @@
-// ZelkovaError.exe: shows the newest entries of the error log, newest first, with buttons to
-// open the log, copy the text and close. A second start refreshes the window that is open.
+// ZelkovaError.exe: shows the newest entries of the error log, newest first (reporter_view.h),
+// with buttons to open the log, copy the text and close. A second start refreshes the window
+// that is open instead of opening another.
 #include <windows.h>
 
 #include <shellapi.h>
 
 #include <cstring>
-#include <string>
-#include <vector>
 
-#include "diagnostics/err_log.h"
+#include "ZelkovaError/reporter_view.h"
+#include "common/appearance.h"
+#include "common/win32_handles.h"
+#include "common/window_base.h"
+#include "platform/handles.h"
 #include "platform/win32/win32_os.h"
+
+using namespace zk;
+using namespace zk::companion;
 
 namespace {
 
 constexpr wchar_t kClass[] = L"Zelkova2ErrorReporter";
 constexpr wchar_t kCaption[] = L"Zelkova2 errors";
-constexpr wchar_t kNothing[] = L"Nothing has been logged.";
 constexpr UINT kRefresh = WM_APP + 1;
-constexpr int kOpenLog = 1, kCopy = 2, kClose = 3, kText = 4;
-constexpr std::size_t kNewest = 500;
+constexpr int kOpenLog = 101, kCopy = 102, kClose = IDCANCEL, kText = 104;
 
-struct Reporter {
-    HWND text = nullptr;
-    HWND buttons[3] = {};
-    HFONT font = nullptr;
-};
-
-std::wstring LogPath() {
-    zk::Win32Os os;
-    const zk::Text path = zk::ErrLog(os).LogFolder() + zk::kLogFileName;
-    return std::wstring(path.begin(), path.end());
-}
-
-// The log's lines, newest first, as one text; the log is in the ANSI code page.
-std::wstring NewestEntries() {
-    const HANDLE file =
-        ::CreateFileW(LogPath().c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                      OPEN_EXISTING, 0, nullptr);
-    std::string bytes;
-    if (file != INVALID_HANDLE_VALUE) {
-        char buffer[8192];
-        DWORD read = 0;
-        while (::ReadFile(file, buffer, sizeof buffer, &read, nullptr) && read > 0) {
-            bytes.append(buffer, read);
-        }
-        ::CloseHandle(file);
-    }
-    std::vector<std::string> lines;
-    for (std::size_t start = 0; start < bytes.size();) {
-        const auto end = bytes.find("\r\n", start);
-        std::string line = bytes.substr(start, end == std::string::npos ? end : end - start);
-        if (!line.empty()) lines.push_back(std::move(line));
-        start = end == std::string::npos ? bytes.size() : end + 2;
-    }
-    if (lines.empty()) return kNothing;
-    std::string newestFirst;
-    for (std::size_t i = 0; i < lines.size() && i < kNewest; ++i) {
-        newestFirst += lines[lines.size() - 1 - i] + "\r\n";
-    }
-    const int n = ::MultiByteToWideChar(CP_ACP, 0, newestFirst.data(),
-                                        static_cast<int>(newestFirst.size()), nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(n), L'\0');
-    ::MultiByteToWideChar(CP_ACP, 0, newestFirst.data(), static_cast<int>(newestFirst.size()),
-                          text.data(), n);
-    return text;
+const wchar_t* W(const Text& text) {
+    return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
 void CopyToClipboard(HWND owner, const std::wstring& text) {
@@ -78,84 +40,137 @@ void CopyToClipboard(HWND owner, const std::wstring& text) {
     ::CloseClipboard();
 }
 
-void Layout(HWND window, Reporter& r) {
-    RECT client;
-    ::GetClientRect(window, &client);
-    constexpr int margin = 10, buttonWidth = 110, buttonHeight = 28;
-    const int bottom = client.bottom - margin - buttonHeight;
-    ::MoveWindow(r.text, margin, margin, client.right - 2 * margin, bottom - 2 * margin, TRUE);
-    for (int i = 0; i < 3; ++i) {
-        ::MoveWindow(r.buttons[i], client.right - (3 - i) * (buttonWidth + margin), bottom,
-                     buttonWidth, buttonHeight, TRUE);
+class ReporterWindow final : public WindowBase<ReporterWindow> {
+  public:
+    explicit ReporterWindow(Os& os) : os_(os) {
+        const int dpi = static_cast<int>(::GetDpiForSystem());
+        CreateWindowOf(kClass, 0, kCaption, WS_OVERLAPPEDWINDOW,
+                       RECT{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + Scale(640, dpi),
+                            CW_USEDEFAULT + Scale(400, dpi)},
+                       nullptr, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
     }
-}
 
-LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* r = reinterpret_cast<Reporter*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    switch (message) {
-        case WM_CREATE: {
-            r = static_cast<Reporter*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-            ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(r));
-            const HINSTANCE instance = ::GetModuleHandleW(nullptr);
-            r->font = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-            r->text = ::CreateWindowExW(
-                WS_EX_CLIENTEDGE, L"EDIT", NewestEntries().c_str(),
-                WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 0,
-                0, 0, 0, window, reinterpret_cast<HMENU>(kText), instance, nullptr);
-            const wchar_t* labels[] = {L"Open log file", L"Copy", L"Close"};
-            for (int i = 0; i < 3; ++i) {
-                r->buttons[i] = ::CreateWindowExW(
-                    0, L"BUTTON", labels[i], WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, 0, 0, 0, 0,
-                    window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kOpenLog + i)), instance,
-                    nullptr);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+        switch (message) {
+            case WM_CREATE:
+                Build();
+                return 0;
+            case WM_SIZE:
+                LayOut();
+                return 0;
+            case WM_DPICHANGED: {
+                const auto* r = reinterpret_cast<const RECT*>(lParam);
+                ::SetWindowPos(Window(), nullptr, r->left, r->top, r->right - r->left,
+                               r->bottom - r->top, SWP_NOZORDER | SWP_NOACTIVATE);
+                SetFonts();
+                return 0;
             }
-            for (HWND child : {r->text, r->buttons[0], r->buttons[1], r->buttons[2]}) {
-                ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(r->font), TRUE);
-            }
-            return 0;
+            case kRefresh:
+                Refresh();
+                ::FlashWindow(Window(), TRUE);
+                return 0;
+            case WM_COMMAND:
+                return Command(LOWORD(wParam)) ? 0 : Default(message, wParam, lParam);
+            case WM_DESTROY:
+                ::PostQuitMessage(0);
+                return 0;
+            default:
+                return Default(message, wParam, lParam);
         }
-        case WM_SIZE:
-            if (r != nullptr) Layout(window, *r);
-            return 0;
-        case kRefresh:
-            ::SetWindowTextW(r->text, NewestEntries().c_str());
-            ::FlashWindow(window, TRUE);
-            return 0;
-        case WM_COMMAND:
-            switch (LOWORD(wParam)) {
-                case kOpenLog:
-                    ::ShellExecuteW(window, L"open", LogPath().c_str(), nullptr, nullptr,
-                                    SW_SHOWNORMAL);
-                    return 0;
-                case kCopy: {
-                    const int length = ::GetWindowTextLengthW(r->text);
-                    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-                    ::GetWindowTextW(r->text, text.data(), length + 1);
-                    text.resize(static_cast<std::size_t>(length));
-                    CopyToClipboard(window, text);
-                    return 0;
-                }
-                case kClose:
-                    ::DestroyWindow(window);
-                    return 0;
-                default:
-                    break;
-            }
-            break;
-        case WM_DESTROY:
-            ::PostQuitMessage(0);
-            return 0;
-        default:
-            break;
     }
-    return ::DefWindowProcW(window, message, wParam, lParam);
-}
+
+    // The dialog manager moves the focus with Tab and presses the buttons with their keys.
+    [[nodiscard]] bool IsDialogMessage(MSG& message) {
+        return ::IsDialogMessageW(Window(), &message) != FALSE;
+    }
+
+  private:
+    void Build() {
+        const HINSTANCE instance = ::GetModuleHandleW(nullptr);
+        text_ = ::CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"",
+                                  WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE |
+                                      ES_READONLY | ES_AUTOVSCROLL,
+                                  0, 0, 0, 0, Window(), reinterpret_cast<HMENU>(kText), instance,
+                                  nullptr);
+        const wchar_t* labels[] = {L"&Open log file", L"&Copy", L"Close"};
+        const int ids[] = {kOpenLog, kCopy, kClose};
+        for (int i = 0; i < 3; ++i) {
+            buttons_[i] = ::CreateWindowExW(
+                0, L"BUTTON", labels[i],
+                WS_CHILD | WS_VISIBLE | WS_TABSTOP | (i == 2 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON), 0,
+                0, 0, 0, Window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids[i])), instance,
+                nullptr);
+        }
+        SetFonts();
+        Refresh();
+    }
+
+    void SetFonts() {
+        NONCLIENTMETRICSW metrics{};
+        metrics.cbSize = sizeof metrics;
+        ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
+                                     ::GetDpiForWindow(Window()));
+        font_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+        for (HWND child : {text_, buttons_[0], buttons_[1], buttons_[2]})
+            ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), TRUE);
+        LayOut();
+    }
+
+    void LayOut() {
+        if (text_ == nullptr) return;
+        RECT client;
+        ::GetClientRect(Window(), &client);
+        const int dpi = static_cast<int>(::GetDpiForWindow(Window()));
+        const int margin = Scale(10, dpi), width = Scale(110, dpi), height = Scale(28, dpi);
+        const int bottom = client.bottom - margin - height;
+        ::MoveWindow(text_, margin, margin, client.right - 2 * margin, bottom - 2 * margin, TRUE);
+        for (int i = 0; i < 3; ++i) {
+            ::MoveWindow(buttons_[i], client.right - (3 - i) * (width + margin), bottom, width,
+                         height, TRUE);
+        }
+    }
+
+    void Refresh() {
+        const ReporterView view = MakeReporterView(os_);
+        logPath_ = view.logPath;
+        ::SetWindowTextW(text_, W(view.text));
+    }
+
+    bool Command(int id) {
+        switch (id) {
+            case kOpenLog:
+                ::ShellExecuteW(Window(), L"open", W(logPath_), nullptr, nullptr, SW_SHOWNORMAL);
+                return true;
+            case kCopy: {
+                const int length = ::GetWindowTextLengthW(text_);
+                std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+                ::GetWindowTextW(text_, text.data(), length + 1);
+                text.resize(static_cast<std::size_t>(length));
+                CopyToClipboard(Window(), text);
+                return true;
+            }
+            case kClose:
+                ::DestroyWindow(Window());
+                return true;
+            default:
+                return false;
+        }
+    }
+
+    Os& os_;
+    HWND text_ = nullptr;
+    HWND buttons_[3] = {};
+    UniqueFont font_;
+    Text logPath_;
+};
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show) {
+    Win32Os os;
+    ProcessContext context(os);
     // One reporter at a time: a later start refreshes the open one.
-    const HANDLE single = ::CreateMutexW(nullptr, FALSE, L"Local\\Zelkova2ErrorReporter");
+    UniqueKernelHandle single(os, ::CreateMutexW(nullptr, FALSE, L"Local\\Zelkova2ErrorReporter"));
     if (::GetLastError() == ERROR_ALREADY_EXISTS) {
         for (int i = 0; i < 40; ++i) {  // the first one may still be making its window
             if (const HWND open = ::FindWindowW(kClass, nullptr)) {
@@ -164,28 +179,16 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
             }
             ::Sleep(50);
         }
-        ::CloseHandle(single);
         return 0;
     }
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = &Procedure;
-    wc.hInstance = instance;
-    wc.hIcon = ::LoadIconW(instance, L"AAA");
-    wc.hCursor = ::LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    wc.lpszClassName = kClass;
-    ::RegisterClassW(&wc);
-    Reporter reporter;
-    const HWND window =
-        ::CreateWindowExW(0, kClass, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                          640, 400, nullptr, nullptr, instance, &reporter);
-    if (window == nullptr) return 1;
-    ::ShowWindow(window, show);
+    ReporterWindow reporter(os);
+    if (reporter.Window() == nullptr) return 1;
+    ::ShowWindow(reporter.Window(), show);
     MSG message;
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (reporter.IsDialogMessage(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
-    ::CloseHandle(single);
     return 0;
 }

@@ -3,12 +3,18 @@
 #include <algorithm>
 #include <deque>
 
-#include "diagnostics/err_log.h"
+#include "common/autostart.h"
+#include "common/companion_settings.h"
+#include "common/launcher.h"
+#include "common/log_reader.h"
+#include "common/shared_state.h"
+#include "common/signals.h"
+#include "desktop/companions.h"
+#include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/handles.h"
 #include "platform/module_path.h"
-#include "signals/event_names.h"
-#include "support/text.h"
+#include "signals/protocol.h"
 #include "zelkovactl/hotkey_text.h"
 
 namespace zk::ctl {
@@ -21,6 +27,8 @@ constexpr char kHelp[] =
     "  switch N              show desktop N (1 to 4)\n"
     "  reload                read the hotkey settings again\n"
     "  shutdown              end Zelkova2\n"
+    "  start [--wait]        show desktop 1, then start Zelkova2 (--wait: until it ends)\n"
+    "  restart               end Zelkova2 and start it again from desktop 1\n"
     "\n"
     "Settings:\n"
     "  hotkeys               list the six hotkeys\n"
@@ -30,16 +38,14 @@ constexpr char kHelp[] =
     "\n"
     "Information:\n"
     "  status                whether Zelkova2 runs, the desktop shown, the desktops there are\n"
-    "  log [--tail N]        the newest N lines of the error log (20 if not given)\n";
+    "  log [--tail N]        the newest N entries of the error log (20 if not given)\n";
 
-constexpr char16_t kRunKey[] = u"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
-constexpr char16_t kRunValue[] = u"Zelkova2";
-constexpr std::int16_t kReadRegSignal = 53;
-constexpr std::int16_t kShutdownSignal = 54;
 constexpr const char* kHotKeyActions[] = {"desktop 1", "desktop 2",        "desktop 3",
                                           "desktop 4", "previous desktop", "preview"};
-
-constexpr std::uint32_t kDesktopReadObjects = 0x0001;
+// How long a command may take to show its effect.
+constexpr std::uint32_t kEffectWithin = 5000;
+constexpr std::uint32_t kPoll = 50;
+constexpr std::uint32_t kAnswerWithin = 30000;
 
 // One line of a system text, without the line end that most of them carry.
 std::string Line(const Text& text) {
@@ -71,19 +77,22 @@ int Ctl::Run(const std::vector<std::string>& args) {
         return kExitOk;
     }
     if (command == "switch" && count == 2) return Switch(args[1]);
-    if (command == "reload" && count == 1) return Signal(kReadRegSignal);
-    if (command == "shutdown" && count == 1) return Signal(kShutdownSignal);
+    if (command == "reload" && count == 1) return Reload();
+    if (command == "shutdown" && count == 1) return Shutdown();
+    if (command == "start" && count == 1) return Start(false);
+    if (command == "start" && count == 2 && args[1] == "--wait") return Start(true);
+    if (command == "restart" && count == 1) return Restart();
     if (command == "hotkeys" && count == 1) return HotKeys();
     if (command == "hotkey" && count == 4 && args[1] == "set") return SetHotKey(args[2], args[3]);
     if (command == "hotkey" && count == 3 && args[1] == "reset") return ResetHotKey(args[2]);
     if (command == "status" && count == 1) return Status();
     if (command == "log") return Log(args);
     if (command == "autostart" && count == 2) return Autostart(args[1]);
-    const bool known = command == "switch" || command == "reload" || command == "shutdown" ||
-                       command == "hotkeys" || command == "hotkey" || command == "status" ||
-                       command == "autostart";
-    return Usage(known ? "wrong arguments for '" + command + "'"
-                       : "unknown command '" + command + "'");
+    static const char* const known[] = {"switch",  "reload", "shutdown", "start",    "restart",
+                                        "hotkeys", "hotkey", "status",   "autostart"};
+    const bool isKnown = std::find(std::begin(known), std::end(known), command) != std::end(known);
+    return Usage(isKnown ? "wrong arguments for '" + command + "'"
+                         : "unknown command '" + command + "'");
 }
 
 int Ctl::Usage(const std::string& problem) {
@@ -92,21 +101,21 @@ int Ctl::Usage(const std::string& problem) {
 }
 
 bool Ctl::Running() {
-    EventNames names;
-    names.InitEventNames();
-    UniqueKernelHandle event(
-        os_, os_.OpenEventA(Synchronize, false,
-                            os_.WideCharToMultiByte(names.EventName(kShutdownSignal))));
-    return event.valid();
+    return !companion::ControllerProcessIds(os_).empty();
 }
 
-// The controller block's events reach Zelkova2 from every desktop (through its herald).
+std::string Ctl::InputDesktop() {
+    UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
+    return input ? AsciiText(os_.GetUserObjectInformationW(input.get())) : std::string();
+}
+
+// The controller block's events reach Zelkova2 from every desktop, through its bridge.
 int Ctl::Signal(std::int16_t index) {
     EventNames names;
     names.InitEventNames();
     UniqueKernelHandle event(os_, os_.OpenEventA(EventModifyState, false,
                                                  os_.WideCharToMultiByte(names.EventName(index))));
-    if (!event) {
+    if (!event || !Running()) {
         err_ << kNotRunning << "\n";
         return kExitNotRunning;
     }
@@ -117,11 +126,86 @@ int Ctl::Signal(std::int16_t index) {
     return kExitOk;
 }
 
+// Done when the input desktop is the one asked for.
 int Ctl::Switch(const std::string& desktop) {
     const auto n = Number(desktop, 1, 4);
     if (!n) return Usage("switch: the desktop is a number from 1 to 4, not '" + desktop + "'");
-    return Signal(
-        EventNames::EventIndex(KindSwitchTo, kControllerBlock, static_cast<std::int16_t>(*n)));
+    const std::string target = AsciiText(kDesktopNames[*n - 1]);
+    if (const int status = Signal(SwitchCommand(static_cast<std::int16_t>(*n)))) return status;
+    for (std::uint32_t waited = 0; waited < kEffectWithin; waited += kPoll) {
+        if (InputDesktop() == target) return kExitOk;
+        os_.Sleep(kPoll);
+    }
+    const auto ids = companion::ControllerProcessIds(os_);
+    if (!ids.empty() && companion::SharedState(os_, ids.front()).Current() == *n) {
+        err_ << "zelkovactl: Zelkova2 switched to " << target << ", but the system still shows "
+             << InputDesktop() << "\n";
+    } else {
+        err_ << "zelkovactl: Zelkova2 did not take the command; its bridge (DeskHerald.exe 5) "
+                "may not be running. 'zelkovactl restart' starts it again.\n";
+    }
+    return kExitNoEffect;
+}
+
+// Done when the bridge has forwarded the reload and told the switchers.
+int Ctl::Reload() {
+    companion::Signals signals(os_);
+    const Handle reloaded = signals.OwnEvent(companion::ReloadedEventName());
+    (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
+    if (const int status = Signal(kReadRegCommand)) return status;
+    if (reloaded != nullptr && os_.WaitForSingleObject(reloaded, kEffectWithin) == WaitObject0) {
+        return kExitOk;
+    }
+    err_ << "zelkovactl: Zelkova2 did not confirm the reload; its bridge (DeskHerald.exe 5) may "
+            "not be running.\n";
+    return kExitNoEffect;
+}
+
+// Done when a controller process has ended.
+int Ctl::Shutdown() {
+    std::vector<UniqueKernelHandle> processes;
+    std::vector<Handle> handles;
+    for (const std::uint32_t id : companion::ControllerProcessIds(os_)) {
+        processes.emplace_back(os_, os_.OpenProcess(Synchronize, false, id));
+        if (processes.back()) handles.push_back(processes.back().get());
+    }
+    if (const int status = Signal(kShutdownCommand)) return status;
+    if (!handles.empty() &&
+        os_.WaitForMultipleObjects(handles, false, kEffectWithin) < WaitObject0 + handles.size()) {
+        return kExitOk;
+    }
+    err_ << "zelkovactl: Zelkova2 did not end; its bridge (DeskHerald.exe 5) may not be "
+            "running. Ending Zelkova2.exe in the Task Manager ends its companions too.\n";
+    return kExitNoEffect;
+}
+
+int Ctl::Start(bool wait) {
+    companion::Launch launch = companion::StartZelkova(os_, kAnswerWithin);
+    switch (launch.result) {
+        case companion::LaunchResult::AlreadyRunning:
+            out_ << "Zelkova2 is running already.\n";
+            return kExitOk;
+        case companion::LaunchResult::Failed:
+            err_ << "zelkovactl: Zelkova2.exe could not be started: "
+                 << Line(ApiErrorText(os_, launch.error));
+            return kExitFailed;
+        case companion::LaunchResult::NoAnswer:
+            err_ << "zelkovactl: Zelkova2 started but did not come up; see 'zelkovactl log'.\n";
+            return kExitFailed;
+        case companion::LaunchResult::Started:
+            break;
+    }
+    out_ << "Zelkova2 runs, with desktop 1 shown.\n";
+    if (!wait) return kExitOk;
+    (void)os_.WaitForSingleObject(launch.process.get(), Infinite);
+    return kExitOk;
+}
+
+int Ctl::Restart() {
+    if (Running()) {
+        if (const int status = Shutdown()) return status;
+    }
+    return Start(false);
 }
 
 int Ctl::HotKeys() {
@@ -163,8 +247,7 @@ int Ctl::SetHotKey(const std::string& idText, const std::string& comboText) {
     if (!WriteHotKey(*id, combo->key, combo->modifiers)) return kExitFailed;
     out_ << "Hotkey " << *id << " (" << kHotKeyActions[*id - 1] << ") is now "
          << FormatHotKey(*combo) << ".\n";
-    if (Running()) (void)Signal(kReadRegSignal);
-    return kExitOk;
+    return Running() ? Reload() : kExitOk;
 }
 
 int Ctl::ResetHotKey(const std::string& which) {
@@ -180,18 +263,24 @@ int Ctl::ResetHotKey(const std::string& which) {
         out_ << "Hotkey " << id << " (" << kHotKeyActions[id - 1] << ") is "
              << FormatHotKey({setting.defaultModifiers, setting.defaultKey}) << " again.\n";
     }
-    if (Running()) (void)Signal(kReadRegSignal);
-    return kExitOk;
+    return Running() ? Reload() : kExitOk;
 }
 
 int Ctl::Status() {
     out_ << (Running() ? "Zelkova2 is running" : kNotRunning) << "\n";
-    UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, kDesktopReadObjects));
-    if (input)
-        out_ << "Input desktop: " << AsciiText(os_.GetUserObjectInformationW(input.get())) << "\n";
+    const std::string input = InputDesktop();
+    if (!input.empty()) out_ << "Input desktop: " << input << "\n";
     std::string list;
-    for (const Text& name : os_.EnumDesktopsW())
-        list += (list.empty() ? "" : ", ") + AsciiText(name);
+    for (const Text& name : os_.EnumDesktopsW()) {
+        std::string entry = AsciiText(name);
+        for (int desk = 1; desk <= 4; ++desk) {
+            if (name == kDesktopNames[desk - 1]) {
+                entry += " (" + std::to_string(desk) + ": " +
+                         AsciiText(companion::DesktopName(registry_, desk)) + ")";
+            }
+        }
+        list += (list.empty() ? "" : ", ") + entry;
+    }
     out_ << "Desktops: " << list << "\n";
     return kExitOk;
 }
@@ -200,59 +289,39 @@ int Ctl::Log(const std::vector<std::string>& args) {
     int tail = 20;
     if (args.size() == 3 && args[1] == "--tail") {
         const auto n = Number(args[2], 1, 100000);
-        if (!n) return Usage("log: --tail takes a number of lines, not '" + args[2] + "'");
+        if (!n) return Usage("log: --tail takes a number of entries, not '" + args[2] + "'");
         tail = *n;
     } else if (args.size() != 1) {
         return Usage("wrong arguments for 'log'");
     }
-    ErrLog log(os_);
-    const Text path = log.LogFolder() + kLogFileName;
-    UniqueFileHandle file(
-        os_, os_.CreateFileW(path, GenericRead, FileShareRead | FileShareWrite, OpenExisting));
-    std::deque<std::string> lines;
-    if (file) {
-        std::string text;
-        std::array<std::byte, 4096> buffer{};
-        std::uint32_t read = 0;
-        while (os_.ReadFile(file.get(), buffer, read) && read > 0) {
-            text.append(reinterpret_cast<const char*>(buffer.data()), read);
-        }
-        for (std::size_t start = 0; start < text.size();) {
-            const auto end = text.find("\r\n", start);
-            std::string line = text.substr(start, end == std::string::npos ? end : end - start);
-            if (!line.empty()) lines.push_back(std::move(line));
-            if (lines.size() > static_cast<std::size_t>(tail)) lines.pop_front();
-            start = end == std::string::npos ? text.size() : end + 2;
-        }
-    }
-    if (lines.empty()) {
+    const companion::LogFile log = companion::ReadLog(os_);
+    const auto entries = log.bytes ? companion::LogEntries(*log.bytes) : std::vector<std::string>{};
+    if (entries.empty()) {
         out_ << "Nothing has been logged.\n";
         return kExitOk;
     }
-    for (const auto& line : lines)
-        out_ << line << "\n";
+    const std::size_t first = entries.size() > static_cast<std::size_t>(tail)
+                                  ? entries.size() - static_cast<std::size_t>(tail)
+                                  : 0;
+    for (std::size_t i = first; i < entries.size(); ++i)
+        out_ << entries[i] << "\n";
     return kExitOk;
 }
 
 int Ctl::Autostart(const std::string& state) {
     if (state != "on" && state != "off")
         return Usage("autostart: say on or off, not '" + state + "'");
-    if (state == "on") {
-        const Text command = u"\"" + ExecutableFolder(os_) + u"\\Zelkova2.exe\"";
-        std::uint32_t type = RegSz;
-        if (!registry_.CreateKey(HkeyCurrentUser(), kRunKey) ||
-            !registry_.WriteValue(HkeyCurrentUser(), kRunKey, kRunValue, type, command)) {
-            err_ << "zelkovactl: could not write the Run key: " << Line(registry_.LastErrorText());
-            return kExitFailed;
-        }
-        out_ << "Zelkova2 starts when you log on: " << AsciiText(command) << "\n";
-        return kExitOk;
+    const bool on = state == "on";
+    if (!companion::SetAutostart(os_, registry_, on)) {
+        err_ << "zelkovactl: could not write the Run key: " << Line(registry_.LastErrorText());
+        return kExitFailed;
     }
-    UniqueRegKey key(os_, nullptr);
-    if (os_.RegOpenKeyExW(HkeyCurrentUser(), kRunKey, 0, KeySetValue, key.out()) == 0) {
-        (void)os_.RegDeleteValueW(key.get(), kRunValue);
+    if (on) {
+        out_ << "Zelkova2 starts when you log on: " << AsciiText(companion::AutostartCommand(os_))
+             << "\n";
+    } else {
+        out_ << "Zelkova2 does not start when you log on.\n";
     }
-    out_ << "Zelkova2 does not start when you log on.\n";
     return kExitOk;
 }
 

@@ -45,7 +45,7 @@ std::shared_ptr<frmZK> frmZK::Create(Os& os) {
     (void)os.SetWindowLongPtrW(form->window_, GwlpUserData,
                                reinterpret_cast<std::intptr_t>(form.get()));
     form->hotkeys_ =
-        std::make_unique<HotKeys>(os, form->registry_, form->log_, form->record_, form->window_);
+        std::make_unique<HotKeys>(os, form->registry_, &form->log_, form->record_, form->window_);
     return form;
 }
 

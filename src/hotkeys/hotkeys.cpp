@@ -73,13 +73,13 @@ bool HotKeys::Register(int id) {
         os_.RegisterHotKey(window_, id, static_cast<std::uint32_t>(fields_.HotKeyMod[id]),
                            static_cast<std::uint32_t>(fields_.HotKeyCode[id]));
     if (fields_.HotKeyOk[id] != 0) return true;
-    log_.LogError(Describe(kRegisterFailed, id));
+    if (log_ != nullptr) log_->LogError(Describe(kRegisterFailed, id));
     return false;
 }
 
 bool HotKeys::Unregister(int id) {
     if (os_.UnregisterHotKey(window_, id)) return true;
-    log_.LogError(Describe(kUnregisterFailed, id));
+    if (log_ != nullptr) log_->LogError(Describe(kUnregisterFailed, id));
     return false;
 }
 
@@ -96,7 +96,7 @@ void HotKeys::RegisterHotKeys() {
     bool allRegistered = true;
     for (int id = 1; id <= kHotKeyCount; ++id)
         allRegistered = Register(id) && allRegistered;
-    if (!allRegistered) log_.StartErrorReporter();
+    if (!allRegistered && log_ != nullptr) log_->StartErrorReporter();
 }
 
 void HotKeys::UnregisterHotKeys() {
@@ -104,7 +104,7 @@ void HotKeys::UnregisterHotKeys() {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         if (fields_.HotKeyOk[id] != 0) allUnregistered = Unregister(id) && allUnregistered;
     }
-    if (!allUnregistered) log_.StartErrorReporter();
+    if (!allUnregistered && log_ != nullptr) log_->StartErrorReporter();
 }
 
 void HotKeys::ReloadHotKeys() {

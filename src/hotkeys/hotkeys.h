@@ -24,7 +24,9 @@ inline constexpr char16_t kUnregisterFailed[] =
 
 class HotKeys {
   public:
-    HotKeys(Os& os, Registry& registry, ErrLog& log, HotKeyFields& fields, Hwnd mainWindow)
+    // Without a log (nullptr), failures go unreported: a companion's hotkeys may be held by the
+    // controller, whose own hotkeys then do the work.
+    HotKeys(Os& os, Registry& registry, ErrLog* log, HotKeyFields& fields, Hwnd mainWindow)
         : os_(os), registry_(registry), log_(log), fields_(fields), window_(mainWindow) {}
 
     // Fills the pairs from the registry; a hotkey whose pair cannot be read gets its default.
@@ -44,7 +46,7 @@ class HotKeys {
 
     Os& os_;
     Registry& registry_;
-    ErrLog& log_;
+    ErrLog* log_;
     HotKeyFields& fields_;
     Hwnd window_;
 };

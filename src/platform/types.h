@@ -116,6 +116,7 @@ inline constexpr std::uint32_t DesktopEnumerate = 0x0040;
 inline constexpr std::uint32_t DesktopSwitchDesktop = 0x0100;
 inline constexpr std::uint32_t GenericAll = 0x10000000;
 inline constexpr int GwlpWndProc = -4;
+inline constexpr int GwlStyle = -16;
 inline constexpr int GwlpUserData = -21;
 inline constexpr std::uint32_t GwOwner = 4;
 inline constexpr std::uint32_t KeyQueryValue = 0x0001;

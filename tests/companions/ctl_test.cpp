@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <sstream>
 
 #include "platform/sim/sim_os.h"
 #include "settings/registry.h"
@@ -15,16 +14,34 @@ const std::string kPrefix = "Local\\larchmont_";
 
 class CtlTest : public ::testing::Test {
   protected:
+    CtlTest() { os_.SetModuleFileName(u"C:\\Program Files\\Zelkova2\\zelkovactl.exe"); }
     int Run(std::vector<std::string> args) {
-        out_.str("");
-        err_.str("");
+        out_.Clear();
+        err_.Clear();
         return Ctl(os_, out_, err_).Run(args);
     }
+    // A running controller with its bridge, which takes each command as it comes.
     void StartZelkova() {
-        for (const char* name : {"SwitchToDesktop1", "SwitchToDesktop2", "SwitchToDesktop3",
-                                 "SwitchToDesktop4", "ReadReg", "Shutdown"}) {
-            os_.CreateEventInOtherProcess(kPrefix + name);
+        controller_ = os_.AddOtherProcess(u"Zelkova2.exe");
+        for (int desk = 1; desk <= 4; ++desk) {
+            const std::string name = kPrefix + "SwitchToDesktop" + std::to_string(desk);
+            os_.WhenSignalled(name, [this, name, desk] {
+                commands_.push_back(name);
+                (void)os_.WaitForEventInOtherProcess(name);
+                os_.ShowDesktopInOtherProcess(desk == 1 ? u"Default"
+                                                        : u"desk" + Text(1, u'0' + desk));
+            });
         }
+        os_.WhenSignalled(kPrefix + "ReadReg", [this] {
+            commands_.push_back("ReadReg");
+            (void)os_.WaitForEventInOtherProcess(kPrefix + "ReadReg");
+            os_.SetEventInOtherProcess("Local\\Zelkova2.Reloaded");
+        });
+        os_.WhenSignalled(kPrefix + "Shutdown", [this] {
+            commands_.push_back("Shutdown");
+            (void)os_.WaitForEventInOtherProcess(kPrefix + "Shutdown");
+            os_.EndProcess(controller_);
+        });
     }
     std::optional<std::int32_t> StoredDword(const char16_t* name) {
         const auto* value = os_.registry().FindValue(u"Software\\Zelkova", name);
@@ -36,28 +53,42 @@ class CtlTest : public ::testing::Test {
     }
 
     sim::SimOs os_;
-    std::ostringstream out_, err_;
+    StringOutput out_, err_;
+    std::uint32_t controller_ = 0;
+    std::vector<std::string> commands_;
 };
 
 TEST_F(CtlTest, CommandsForZelkovaSaySoWhenItDoesNotRun) {
     for (const auto& args :
          std::vector<std::vector<std::string>>{{"switch", "2"}, {"reload"}, {"shutdown"}}) {
         EXPECT_EQ(Run(args), kExitNotRunning) << args[0];
-        EXPECT_EQ(err_.str(), "Zelkova2 is not running\n");
+        EXPECT_EQ(err_.Text(), "Zelkova2 is not running\n");
     }
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
 }
 
-TEST_F(CtlTest, CommandsSignalTheControllersEvents) {
+TEST_F(CtlTest, CommandsSignalTheControllerAndWaitForTheirEffect) {
     StartZelkova();
-    EXPECT_EQ(Run({"switch", "3"}), kExitOk);
-    EXPECT_TRUE(os_.WaitForEventInOtherProcess(kPrefix + "SwitchToDesktop3"));
-    EXPECT_EQ(Run({"reload"}), kExitOk);
-    EXPECT_TRUE(os_.WaitForEventInOtherProcess(kPrefix + "ReadReg"));
-    EXPECT_EQ(Run({"shutdown"}), kExitOk);
-    EXPECT_TRUE(os_.WaitForEventInOtherProcess(kPrefix + "Shutdown"));
-    EXPECT_FALSE(os_.EventIsSignalled(kPrefix + "SwitchToDesktop1"));
+    EXPECT_EQ(Run({"switch", "3"}), kExitOk) << err_.Text();
+    EXPECT_EQ(os_.InputDesktopName(), u"desk3");
+    EXPECT_EQ(Run({"switch", "1"}), kExitOk) << err_.Text();
+    EXPECT_EQ(Run({"reload"}), kExitOk) << err_.Text();
+    EXPECT_EQ(Run({"shutdown"}), kExitOk) << err_.Text();
+    EXPECT_EQ(commands_,
+              (std::vector<std::string>{kPrefix + "SwitchToDesktop3", kPrefix + "SwitchToDesktop1",
+                                        "ReadReg", "Shutdown"}));
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
+}
+
+TEST_F(CtlTest, ACommandThatTakesNoEffectSaysSoWithExitCodeFour) {
+    StartZelkova();
+    for (const char* name : {"SwitchToDesktop2", "ReadReg", "Shutdown"})
+        os_.WhenSignalled(kPrefix + name, [] {});  // the bridge is gone: nobody takes them
+    for (const auto& args :
+         std::vector<std::vector<std::string>>{{"switch", "2"}, {"reload"}, {"shutdown"}}) {
+        EXPECT_EQ(Run(args), kExitNoEffect) << args[0];
+        EXPECT_NE(err_.Text().find("DeskHerald.exe 5"), std::string::npos) << err_.Text();
+    }
 }
 
 TEST_F(CtlTest, BadInputGetsOneLineAndExitCodeTwo) {
@@ -76,13 +107,13 @@ TEST_F(CtlTest, BadInputGetsOneLineAndExitCodeTwo) {
                                                        {"autostart", "maybe"}};
     for (const auto& args : bad) {
         EXPECT_EQ(Run(args), kExitUsage) << (args.empty() ? "" : args[0]);
-        const std::string line = err_.str();
+        const std::string line = err_.Text();
         EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << line;
         EXPECT_EQ(line.rfind("zelkovactl: ", 0), 0u) << line;
         EXPECT_TRUE(line.ends_with("(see zelkovactl --help)\n")) << line;
     }
     EXPECT_EQ(Run({"--help"}), kExitOk);
-    EXPECT_NE(out_.str().find("hotkey set ID COMBO"), std::string::npos);
+    EXPECT_NE(out_.Text().find("hotkey set ID COMBO"), std::string::npos);
 }
 
 TEST_F(CtlTest, HotKeysAreListedAsStoredOrDefaulted) {
@@ -94,7 +125,7 @@ TEST_F(CtlTest, HotKeysAreListedAsStoredOrDefaulted) {
     os_.registry().SetValue(u"Software\\Zelkova", u"Desktop2KeyMod", RegDword, ctrlShift);
     os_.registry().SetValue(u"Software\\Zelkova", u"Desktop3Key", RegDword, f9);  // no modifier
     EXPECT_EQ(Run({"hotkeys"}), kExitOk);
-    EXPECT_EQ(out_.str(),
+    EXPECT_EQ(out_.Text(),
               "1  desktop 1         Ctrl+Alt+Num 1  (default)\n"
               "2  desktop 2         Ctrl+Shift+F9\n"
               "3  desktop 3         Ctrl+Alt+Num 3  (default)\n"
@@ -108,37 +139,48 @@ TEST_F(CtlTest, SettingAndResettingAHotKeyWritesBothValuesAndAsksForAReload) {
     EXPECT_EQ(Run({"hotkey", "set", "5", "Ctrl+Alt+F9"}), kExitOk);
     EXPECT_EQ(StoredDword(u"PrevDesktopKey"), 0x78);
     EXPECT_EQ(StoredDword(u"PrevDesktopKeyMod"), 3);
-    EXPECT_TRUE(os_.WaitForEventInOtherProcess(kPrefix + "ReadReg"));
-    EXPECT_EQ(out_.str(), "Hotkey 5 (previous desktop) is now Ctrl+Alt+F9.\n");
+    EXPECT_EQ(out_.Text(), "Hotkey 5 (previous desktop) is now Ctrl+Alt+F9.\n");
 
     EXPECT_EQ(Run({"hotkey", "reset", "all"}), kExitOk);
     EXPECT_EQ(StoredDword(u"PrevDesktopKey"), 8);
     EXPECT_EQ(StoredDword(u"ShowPrevWinKey"), 107);
     EXPECT_EQ(StoredDword(u"Desktop1KeyMod"), 3);
-    EXPECT_TRUE(os_.WaitForEventInOtherProcess(kPrefix + "ReadReg"));
+    EXPECT_EQ(commands_, (std::vector<std::string>{"ReadReg", "ReadReg"}));
 }
 
 TEST_F(CtlTest, StatusSaysWhetherItRunsAndWhichDesktopsThereAre) {
     EXPECT_EQ(Run({"status"}), kExitOk);
-    EXPECT_EQ(out_.str(), "Zelkova2 is not running\nInput desktop: Default\nDesktops: Default\n");
+    EXPECT_EQ(
+        out_.Text(),
+        "Zelkova2 is not running\nInput desktop: Default\nDesktops: Default (1: Desktop 1)\n");
     StartZelkova();
     os_.CreateDesktopInOtherProcess(u"desk2");
+    os_.registry().SetValue(u"Software\\Zelkova\\Desktop2", u"Name", RegSz,
+                            {std::byte{'M'}, std::byte{0}, std::byte{'a'}, std::byte{0},
+                             std::byte{'i'}, std::byte{0}, std::byte{'l'}, std::byte{0}});
     EXPECT_EQ(Run({"status"}), kExitOk);
-    EXPECT_EQ(out_.str(),
-              "Zelkova2 is running\nInput desktop: Default\nDesktops: Default, desk2\n");
+    EXPECT_EQ(out_.Text(),
+              "Zelkova2 is running\nInput desktop: Default\n"
+              "Desktops: Default (1: Desktop 1), desk2 (2: Mail)\n");
 }
 
 TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
     EXPECT_EQ(Run({"log"}), kExitOk);
-    EXPECT_EQ(out_.str(), "Nothing has been logged.\n");
-    const std::string lines = "one\r\ntwo\r\nthree\r\n";
+    EXPECT_EQ(out_.Text(), "Nothing has been logged.\n");
+    // The middle entry's system text ends with a line break of its own.
+    const std::string lines =
+        "1/2/2026 1:00:00 PM Zelkova: one\r\n"
+        "1/2/2026 1:00:01 PM Zelkova: two (Access is denied.\r\n)\r\n"
+        "1/2/2026 1:00:02 PM Zelkova: three\r\n";
     std::vector<std::byte> bytes(lines.size());
     std::memcpy(bytes.data(), lines.data(), lines.size());
     os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt", bytes);
     EXPECT_EQ(Run({"log", "--tail", "2"}), kExitOk);
-    EXPECT_EQ(out_.str(), "two\nthree\n");
+    EXPECT_EQ(out_.Text(),
+              "1/2/2026 1:00:01 PM Zelkova: two (Access is denied.\r\n)\n"
+              "1/2/2026 1:00:02 PM Zelkova: three\n");
     EXPECT_EQ(Run({"log"}), kExitOk);
-    EXPECT_EQ(out_.str(), "one\ntwo\nthree\n");
+    EXPECT_EQ(std::count(out_.Text().begin(), out_.Text().end(), '\n'), 4);
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
 }
 
@@ -148,7 +190,7 @@ TEST_F(CtlTest, AutostartWritesAndRemovesTheRunValue) {
     const auto* value = os_.registry().FindValue(run, u"Zelkova2");
     ASSERT_NE(value, nullptr);
     EXPECT_EQ(value->type, RegSz);
-    const Text expected = u"\"C:\\Program Files\\Zelkova2\\Zelkova2.exe\"";
+    const Text expected = u"\"C:\\Program Files\\Zelkova2\\ZelkovaSettings.exe\" --start";
     EXPECT_EQ(value->data.size(), expected.size() * 2 + 1);
     EXPECT_EQ(std::memcmp(value->data.data(), expected.data(), expected.size() * 2), 0);
     EXPECT_EQ(Run({"autostart", "off"}), kExitOk);

@@ -19,11 +19,25 @@ struct Recorded {
     Text title;
 };
 
+// Another program on a desktop that holds a hotkey; when asked afterwards: whether it could
+// register the hotkey, and whether a press of it reached it.
+struct HotKeyHolder {
+    std::function<std::pair<bool, bool>()> outcome;
+};
+
 struct Backend {
     std::string name;
     std::function<std::unique_ptr<Os>()> make;
-    // Wine's SwitchDesktop returns TRUE and leaves the input desktop as it is.
+    // Wine 8's SwitchDesktop returns TRUE and leaves the input desktop as it is.
     bool switchDesktopLeavesInputDesktop = false;
+    // Wine 8 takes input from a thread of any desktop; Windows and Wine 10 only from one of the
+    // input desktop.
+    bool sendInputFromAnyDesktop = false;
+    // Starts another program on `desktop` that registers the combination on a window of its own
+    // and waits a moment for it to be pressed.
+    std::function<HotKeyHolder(Os&, const Text& desktop, std::uint32_t modifiers,
+                               std::uint32_t key)>
+        holdHotKeyOn;
     // Wine's RegSetValueExW adds a terminator to text data that lack one; Windows stores the
     // bytes it is given.
     bool registryTerminatesText = false;

@@ -7,6 +7,12 @@ Backend SimBackend() {
     Backend b;
     b.name = "Sim";
     b.make = [] { return std::make_unique<sim::SimOs>(); };
+    b.holdHotKeyOn = [](Os& os, const Text& desktop, std::uint32_t modifiers, std::uint32_t key) {
+        auto& sim = static_cast<sim::SimOs&>(os);
+        sim.SetHotKeyScope(sim::HotKeyScope::Desktop);  // as both Wines do
+        const bool registered = sim.HoldHotKeyInOtherProcess(modifiers, key, desktop);
+        return HotKeyHolder{[registered] { return std::pair{registered, false}; }};
+    };
     b.recorderPath = [](Os& os) {
         const Text path = u"C:\\Tools\\recorder.exe";
         static_cast<sim::SimOs&>(os).AddFile(path);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <thread>
 
 #include "contract/backends.h"
 
@@ -192,6 +193,60 @@ TEST_P(Contract, AHotKeyCombinationBelongsToOneRegistration) {
     EXPECT_EQ(os().GetLastError(), ErrorHotkeyNotRegistered);
     EXPECT_NE(os().RegisterHotKey(window, 2, kModAltControlShift, kVkF9), 0) << "freed again";
     EXPECT_TRUE(os().UnregisterHotKey(window, 2));
+}
+
+// Keys come in only from a thread of the input desktop, as on Windows.
+TEST_P(Contract, SendInputFromAThreadOfAnotherDesktopIsRefused) {
+    const Text name = u"zksend" + WideSuffix(os());
+    const Hdesk home = os().GetThreadDesktop(os().GetCurrentThreadId());
+    const Hdesk other = os().CreateDesktopW(name, 0, GenericAll);
+    ASSERT_NE(other, nullptr);
+    const std::array<KeyInput, 2> shift = {KeyInput{0x10, false}, KeyInput{0x10, true}};
+    std::uint32_t typed = 0, error = 0;
+    std::thread([&] {  // a new thread owns no window and may change its desktop
+        ASSERT_TRUE(os().SetThreadDesktop(os().OpenDesktopW(name, 0, false, GenericAll)));
+        typed = os().SendInput(shift);
+        error = os().GetLastError();
+    })
+        .join();
+    ASSERT_TRUE(os().SetThreadDesktop(home));
+    if (GetParam().sendInputFromAnyDesktop) {
+        EXPECT_EQ(typed, 2u) << "Wine 8 takes input from any desktop";
+    } else {
+        EXPECT_EQ(typed, 0u);
+        EXPECT_EQ(error, ErrorAccessDenied);
+    }
+    EXPECT_EQ(os().SendInput(shift), 2u) << "from the input desktop";
+    EXPECT_TRUE(os().CloseDesktop(other));
+}
+
+// A hotkey belongs to the desktop of the window that holds it: a program on another desktop
+// can hold the same combination, and a key typed on the input desktop reaches only its holder
+// there. (Whether Windows does so is not settled; both Wines do.)
+TEST_P(Contract, AHotKeyIsHeldPerDesktopAndATypedKeyReachesTheHolderOnTheInputDesktop) {
+    const Hwnd window = MakeWindow();
+    ASSERT_NE(os().RegisterHotKey(window, 1, kModAltControlShift, kVkF9), 0);
+    const Text desk = u"zkhotkey" + WideSuffix(os());
+    const Hdesk other = os().CreateDesktopW(desk, 0, GenericAll);
+    ASSERT_NE(other, nullptr);
+    const HotKeyHolder holder = GetParam().holdHotKeyOn(os(), desk, kModAltControlShift, kVkF9);
+    const std::array<KeyInput, 8> press = {
+        KeyInput{0x11, false}, KeyInput{0x12, false}, KeyInput{0x10, false}, KeyInput{kVkF9, false},
+        KeyInput{kVkF9, true}, KeyInput{0x10, true},  KeyInput{0x12, true},  KeyInput{0x11, true}};
+    ASSERT_EQ(os().SendInput(press), press.size());
+    bool came = false;
+    Msg m;
+    for (int i = 0; i < 100 && !came; ++i) {
+        while (os().PeekMessageW(m))
+            came = came || (m.message == WmHotKey && m.hwnd == window);
+        if (!came) (void)os().MsgWaitForMultipleObjects({}, 20, QsAllInput);
+    }
+    EXPECT_TRUE(came) << "the holder on the input desktop gets the key";
+    const auto [registered, reached] = holder.outcome();
+    EXPECT_TRUE(registered) << "the combination is free on another desktop";
+    EXPECT_FALSE(reached) << "a key typed on one desktop does not reach another's holder";
+    EXPECT_TRUE(os().UnregisterHotKey(window, 1));
+    EXPECT_TRUE(os().CloseDesktop(other));
 }
 
 TEST_P(Contract, WindowPropertiesAreNamedPointerSizedSlots) {

@@ -76,7 +76,7 @@ HWND WindowOn(const wchar_t* desktop, const wchar_t* className, const std::wstri
 // Desktop N's herald shows that its desktop is shown.
 bool IndicatorVisible(int desktop) {
     static const wchar_t* names[] = {L"Default", L"desk2", L"desk3", L"desk4"};
-    return WindowOn(names[desktop - 1], L"Zelkova2Indicator",
+    return WindowOn(names[desktop - 1], L"Zelkova2Banner",
                     L"Desktop " + std::to_wstring(desktop)) != nullptr;
 }
 

@@ -23,7 +23,8 @@ std::vector<std::byte> Dword(std::int32_t value) {
 class HotKeysTest : public ::testing::Test {
   protected:
     HotKeysTest()
-        : window_(testing::MakeProbeWindow(os_)), hotkeys_(os_, registry_, log_, fields_, window_) {
+        : window_(testing::MakeProbeWindow(os_)),
+          hotkeys_(os_, registry_, &log_, fields_, window_) {
         os_.AddFile(kReporter);
     }
     void Store(const Text& name, std::int32_t value) {

@@ -1,10 +1,15 @@
 // A stand-in program for tests under Wine: it appends how it was started (its file name,
 // command line, desktop and window title) as one line to the file named by ZK_RECORD_FILE,
-// then ends, or waits first for as many milliseconds as ZK_RECORDER_LINGER_MS says. With
-// ZK_HOLD_HOTKEY="modifiers,key" it first registers that hotkey for itself.
+// then ends, or waits first for as many milliseconds as ZK_RECORDER_LINGER_MS says. It can also
+// play another program of the user's desktop:
+//   ZK_HOLD_HOTKEY="modifiers,key"  registers that hotkey on a window of its own desktop;
+//   ZK_TYPE="key key ..."           types the keys (decimal virtual keys) from its desktop;
+//   ZK_HOTKEY_WAIT_MS=n             waits that long for its hotkey to be pressed.
+// Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type.
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -24,15 +29,64 @@ std::wstring Env(const wchar_t* name) {
     return n > 0 && n < 1024 ? std::wstring(value, n) : std::wstring();
 }
 
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+bool Type(const std::wstring& keys) {
+    std::vector<WORD> codes;
+    for (std::size_t at = 0; at < keys.size();) {
+        std::size_t used = 0;
+        codes.push_back(static_cast<WORD>(std::stoul(keys.substr(at), &used)));
+        at += used;
+        while (at < keys.size() && keys[at] == L' ')
+            ++at;
+    }
+    std::vector<INPUT> inputs;
+    for (const WORD code : codes)
+        inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {code, 0, 0, 0, 0}}});
+    for (auto it = codes.rbegin(); it != codes.rend(); ++it)
+        inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {*it, 0, KEYEVENTF_KEYUP, 0, 0}}});
+    return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
+           inputs.size();
+}
+
+bool HotKeyCame(DWORD within) {
+    const DWORD until = ::GetTickCount() + within;
+    MSG message;
+    while (static_cast<LONG>(until - ::GetTickCount()) > 0) {
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.message == WM_HOTKEY) return true;
+            ::DispatchMessageW(&message);
+        }
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+    }
+    return false;
+}
+
 }  // namespace
 
 int wmain() {
+    int exitCode = 0;
     const std::wstring hold = Env(L"ZK_HOLD_HOTKEY");
     if (!hold.empty()) {
+        WNDCLASSW wc{};
+        wc.lpfnWndProc = &Procedure;
+        wc.hInstance = ::GetModuleHandleW(nullptr);
+        wc.lpszClassName = L"ZkStandIn";
+        ::RegisterClassW(&wc);
+        const HWND window = ::CreateWindowExW(0, wc.lpszClassName, L"stand-in", WS_POPUP, 0, 0, 1,
+                                              1, nullptr, nullptr, wc.hInstance, nullptr);
         const auto comma = hold.find(L',');
-        ::RegisterHotKey(nullptr, 1, std::stoul(hold.substr(0, comma)),
-                         std::stoul(hold.substr(comma + 1)));
+        if (::RegisterHotKey(window, 1, std::stoul(hold.substr(0, comma)),
+                             std::stoul(hold.substr(comma + 1)))) {
+            exitCode |= 1;
+        }
     }
+    const std::wstring keys = Env(L"ZK_TYPE");
+    if (!keys.empty() && Type(keys)) exitCode |= 4;
+    const std::wstring wait = Env(L"ZK_HOTKEY_WAIT_MS");
+    if (!wait.empty() && HotKeyCame(static_cast<DWORD>(std::stoul(wait)))) exitCode |= 2;
     wchar_t module[MAX_PATH] = {};
     ::GetModuleFileNameW(nullptr, module, MAX_PATH);
     std::wstring name = module;
@@ -61,5 +115,5 @@ int wmain() {
     }
     const std::wstring linger = Env(L"ZK_RECORDER_LINGER_MS");
     if (!linger.empty()) ::Sleep(static_cast<DWORD>(std::stoul(linger)));
-    return 0;
+    return exitCode;
 }

@@ -15,6 +15,11 @@ class KernelApi : public virtual SystemApi {
     virtual bool SetEvent(Handle event) = 0;
     [[nodiscard]] virtual std::uint32_t WaitForSingleObject(Handle object,
                                                             std::uint32_t milliseconds) = 0;
+    // Waits for any one of the handles (waitAll false); its position from WaitObject0.
+    [[nodiscard]] virtual std::uint32_t WaitForMultipleObjects(std::span<const Handle> handles,
+                                                               bool waitAll,
+                                                               std::uint32_t milliseconds) = 0;
+    virtual void Sleep(std::uint32_t milliseconds) = 0;
     virtual bool CloseHandle(Handle object) = 0;
     // A named section of shared memory (paged by the system), created or opened, and a view of
     // its first `size` bytes; nullptr when it cannot be had.

@@ -13,6 +13,11 @@ const Hinstance kModuleHandle = HandleFrom<Hinstance>(0x140000000);
 
 SimKernel::SimKernel(Session& session, SimFiles& files) : session_(session), files_(files) {
     files_.AddFile(modulePath_);
+    KernelObject self{Kind::Process};  // the simulated process itself, started now
+    self.processId = session_.processId;
+    self.createdAt = session_.tickCount;
+    self.references = 1;
+    (void)session_.NewObject(std::move(self));
 }
 
 Handle SimKernel::CreateNamed(Kind kind, bool manualReset, bool initialState, const Ansi& name) {
@@ -67,7 +72,12 @@ bool SimKernel::SetEvent(Handle event) {
         session_.last = ErrorInvalidHandle;
         return false;
     }
-    session_.Object(entry->object).signalled = true;
+    KernelObject& object = session_.Object(entry->object);
+    object.signalled = true;
+    if (const auto reaction = reactions_.find(object.name); reaction != reactions_.end()) {
+        const std::function<void()> react = reaction->second;  // it may replace itself
+        react();
+    }
     return true;
 }
 
@@ -84,6 +94,34 @@ std::uint32_t SimKernel::WaitForSingleObject(Handle object, std::uint32_t millis
     if (!o.signalled) return WaitTimeout;  // nothing else runs in the simulation to set it
     if ((o.kind == Kind::Event && !o.manualReset) || o.kind == Kind::Mutex) o.signalled = false;
     return WaitObject0;
+}
+
+// Only waits for any one handle; what is not signalled now stays so, and the time passes.
+std::uint32_t SimKernel::WaitForMultipleObjects(std::span<const Handle> handles, bool waitAll,
+                                                std::uint32_t milliseconds) {
+    if (session_.Enter("WaitForMultipleObjects", std::to_string(handles.size()) + " " +
+                                                     std::to_string(waitAll) + " " +
+                                                     std::to_string(milliseconds))) {
+        return WaitFailed;
+    }
+    for (std::uint32_t i = 0; i < handles.size(); ++i) {
+        const HandleEntry* entry = session_.Lookup(handles[i]);
+        if (entry == nullptr) {
+            session_.last = ErrorInvalidHandle;
+            return WaitFailed;
+        }
+        KernelObject& o = session_.Object(entry->object);
+        if (!o.signalled) continue;
+        if ((o.kind == Kind::Event && !o.manualReset) || o.kind == Kind::Mutex) o.signalled = false;
+        return WaitObject0 + i;
+    }
+    if (milliseconds != Infinite) session_.tickCount += milliseconds;
+    return WaitTimeout;
+}
+
+void SimKernel::Sleep(std::uint32_t milliseconds) {
+    (void)session_.Enter("Sleep", std::to_string(milliseconds));
+    session_.tickCount += milliseconds;
 }
 
 bool SimKernel::CloseHandle(Handle object) {
@@ -217,7 +255,10 @@ bool SimKernel::GetProcessTimes(Handle process, std::uint64_t& creationTime) {
 
 std::vector<ProcessEntry> SimKernel::CreateToolhelp32Snapshot() {
     if (session_.Enter("CreateToolhelp32Snapshot")) return {};
-    std::vector<ProcessEntry> entries = others_;
+    std::vector<ProcessEntry> entries;
+    for (const auto& p : others_) {
+        if (ProcessObject(p.processId) != 0) entries.push_back(p);
+    }
     const auto slash = modulePath_.find_last_of(u'\\');
     entries.push_back({session_.processId, session_.parentProcessId,
                        modulePath_.substr(slash == Text::npos ? 0 : slash + 1)});
@@ -277,12 +318,13 @@ void SimKernel::EndProcess(std::uint32_t processId) {
     session_.Release(id);
 }
 
-std::uint32_t SimKernel::AddOtherProcess(const Text& exeFile, std::uint32_t parentProcessId) {
+std::uint32_t SimKernel::AddOtherProcess(const Text& exeFile, std::uint32_t parentProcessId,
+                                         std::uint64_t startedAt) {
     const std::uint32_t pid = nextProcessId_;
     nextProcessId_ += 4;
     KernelObject process{Kind::Process};
     process.processId = pid;
-    process.createdAt = session_.tickCount;
+    process.createdAt = startedAt;
     process.desktop = -1;
     process.references = 1;
     (void)session_.NewObject(std::move(process));
@@ -315,6 +357,11 @@ bool SimKernel::WaitForEventInOtherProcess(const Ansi& name) {
 void SimKernel::SetEventInOtherProcess(const Ansi& name) {
     CreateEventInOtherProcess(name);
     OtherNamed(name, Kind::Event)->signalled = true;
+}
+
+void SimKernel::WhenSignalled(const Ansi& name, std::function<void()> react) {
+    CreateEventInOtherProcess(name);
+    reactions_[name] = std::move(react);
 }
 
 void SimKernel::CreateEventInOtherProcess(const Ansi& name) {

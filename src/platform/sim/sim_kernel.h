@@ -2,6 +2,7 @@
 // The simulated kernel: named events and mutexes, shared memory, the processes the program
 // starts and sees, and the program's own module.
 
+#include <functional>
 #include <set>
 
 #include "platform/api/kernel_api.h"
@@ -29,6 +30,10 @@ class SimKernel : public virtual KernelApi {
     Handle OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) override;
     bool SetEvent(Handle event) override;
     std::uint32_t WaitForSingleObject(Handle object, std::uint32_t milliseconds) override;
+    std::uint32_t WaitForMultipleObjects(std::span<const Handle> handles, bool waitAll,
+                                         std::uint32_t milliseconds) override;
+    // Time passes at once: nothing else runs in the simulation meanwhile.
+    void Sleep(std::uint32_t milliseconds) override;
     bool CloseHandle(Handle object) override;
     Handle CreateFileMappingW(std::uint32_t size, const Text& name) override;
     void* MapViewOfFile(Handle mapping, std::uint32_t size) override;
@@ -53,14 +58,19 @@ class SimKernel : public virtual KernelApi {
     const std::vector<StartedProcess>& StartedProcesses() const { return started_; }
     // A process of the session ends (its handles become signalled).
     void EndProcess(std::uint32_t processId);
-    // A process that the program did not start, e.g. its parent; its id.
-    std::uint32_t AddOtherProcess(const Text& exeFile, std::uint32_t parentProcessId = 0);
+    // A process that the program did not start, e.g. its parent, started at that tick count
+    // (long before the simulated one unless said); its id.
+    std::uint32_t AddOtherProcess(const Text& exeFile, std::uint32_t parentProcessId = 0,
+                                  std::uint64_t startedAt = 0);
     // Named objects as another process of the session sees them.
     bool EventExists(const Ansi& name) const;
     bool EventIsSignalled(const Ansi& name) const;
     // Takes the event's signal if it is set, as a companion's wait would; true if it was set.
     bool WaitForEventInOtherProcess(const Ansi& name);
     void SetEventInOtherProcess(const Ansi& name);
+    // Plays another process that waits on the named event: when the simulated process sets
+    // it, `react` runs at once (it may take the signal and act on the session).
+    void WhenSignalled(const Ansi& name, std::function<void()> react);
     void CreateEventInOtherProcess(const Ansi& name);
     void CreateMutexInOtherProcess(const Ansi& name);
     // Handles the program's process holds open.
@@ -78,6 +88,7 @@ class SimKernel : public virtual KernelApi {
     std::vector<StartedProcess> started_;
     std::vector<ProcessEntry> others_;
     std::map<std::intptr_t, int> views_;  // view address -> section object
+    std::map<Ansi, std::function<void()>> reactions_;
     Text modulePath_ = u"C:\\Program Files\\Zelkova2\\Zelkova2.exe";
 };
 

@@ -173,6 +173,7 @@ std::intptr_t SimWindows::GetWindowLongPtrW(Hwnd window, int index) {
     const SimWindow* w = Find(window);
     if (index == GwlpWndProc) return reinterpret_cast<std::intptr_t>(w->procedure);
     if (index == GwlpUserData) return w->userData;
+    if (index == GwlStyle) return static_cast<std::intptr_t>(w->style);
     session_.last = kErrorInvalidIndex;
     return 0;
 }

@@ -25,6 +25,14 @@ bool Win32Kernel::SetEvent(Handle event) {
 std::uint32_t Win32Kernel::WaitForSingleObject(Handle object, std::uint32_t milliseconds) {
     return Keep(::WaitForSingleObject(object, milliseconds));
 }
+std::uint32_t Win32Kernel::WaitForMultipleObjects(std::span<const Handle> handles, bool waitAll,
+                                                  std::uint32_t milliseconds) {
+    return Keep(::WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(),
+                                         waitAll, milliseconds));
+}
+void Win32Kernel::Sleep(std::uint32_t milliseconds) {
+    ::Sleep(milliseconds);
+}
 bool Win32Kernel::CloseHandle(Handle object) {
     return Keep(::CloseHandle(object)) != 0;
 }

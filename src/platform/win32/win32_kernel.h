@@ -10,6 +10,9 @@ class Win32Kernel : public virtual KernelApi {
     Handle OpenEventA(std::uint32_t desiredAccess, bool inherit, const Ansi& name) override;
     bool SetEvent(Handle event) override;
     std::uint32_t WaitForSingleObject(Handle object, std::uint32_t milliseconds) override;
+    std::uint32_t WaitForMultipleObjects(std::span<const Handle> handles, bool waitAll,
+                                         std::uint32_t milliseconds) override;
+    void Sleep(std::uint32_t milliseconds) override;
     bool CloseHandle(Handle object) override;
     Handle CreateFileMappingW(std::uint32_t size, const Text& name) override;
     void* MapViewOfFile(Handle mapping, std::uint32_t size) override;

@@ -1,0 +1,76 @@
+#include "DeskHerald/banner_window.h"
+
+#include "common/appearance.h"
+
+namespace zk::companion {
+namespace {
+
+constexpr UINT_PTR kHideTimer = 1;
+constexpr UINT kShownFor = 1000;
+constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242);
+
+}  // namespace
+
+BannerWindow::BannerWindow(int desk) : desk_(desk) {
+    CreateWindowOf(kBannerClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE,
+                   L"Zelkova2 banner", WS_POPUP, RECT{0, 0, 1, 1});
+}
+
+void BannerWindow::Show(const Text& name) {
+    text_ = name;
+    const UINT dpi = ::GetDpiForWindow(Window());
+    const Rect r = BannerRect(static_cast<int>(dpi), ::GetSystemMetrics(SM_CXSCREEN),
+                              ::GetSystemMetrics(SM_CYSCREEN));
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
+    metrics.lfMessageFont.lfWeight = FW_SEMIBOLD;
+    metrics.lfMessageFont.lfHeight = -Scale(30, static_cast<int>(dpi));
+    font_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+    ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(text_.c_str()));
+    ::SetWindowPos(Window(), HWND_TOPMOST, r.left, r.top, r.Width(), r.Height(),
+                   SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    ::InvalidateRect(Window(), nullptr, FALSE);
+    ::SetTimer(Window(), kHideTimer, kShownFor, nullptr);
+}
+
+LRESULT BannerWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_TIMER:
+            ::KillTimer(Window(), kHideTimer);
+            ::ShowWindow(Window(), SW_HIDE);
+            return 0;
+        case WM_MOUSEACTIVATE:
+            return MA_NOACTIVATE;
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_PAINT:
+            Paint();
+            return 0;
+        default:
+            return Default(message, wParam, lParam);
+    }
+}
+
+void BannerWindow::Paint() {
+    PAINTSTRUCT ps;
+    const HDC dc = ::BeginPaint(Window(), &ps);
+    RECT client;
+    ::GetClientRect(Window(), &client);
+    {
+        const UniqueBrush background(::CreateSolidBrush(kBackground));
+        ::FillRect(dc, &client, background.get());
+        const Rgb c = DesktopColour(desk_);
+        const UniqueBrush stripe(::CreateSolidBrush(RGB(c.r, c.g, c.b)));
+        RECT edge{0, 0, client.right, Scale(6, static_cast<int>(::GetDpiForWindow(Window())))};
+        ::FillRect(dc, &edge, stripe.get());
+        const Selection font(dc, font_.get());
+        ::SetBkMode(dc, TRANSPARENT);
+        ::SetTextColor(dc, kText);
+        ::DrawTextW(dc, reinterpret_cast<const wchar_t*>(text_.c_str()), -1, &client,
+                    DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
+    }
+    ::EndPaint(Window(), &ps);
+}
+
+}  // namespace zk::companion

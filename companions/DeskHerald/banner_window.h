@@ -1,0 +1,27 @@
+#pragma once
+// The banner that names a desktop for a second when it is shown. It never takes the focus and
+// goes away by itself.
+
+#include "common/win32_handles.h"
+#include "common/window_base.h"
+#include "support/text.h"
+
+namespace zk::companion {
+
+inline constexpr wchar_t kBannerClass[] = L"Zelkova2Banner";
+
+class BannerWindow final : public WindowBase<BannerWindow> {
+  public:
+    explicit BannerWindow(int desk);
+    void Show(const Text& name);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+
+  private:
+    void Paint();
+
+    int desk_;
+    Text text_;
+    UniqueFont font_;
+};
+
+}  // namespace zk::companion

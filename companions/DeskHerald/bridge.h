@@ -1,0 +1,45 @@
+#pragma once
+// DeskHerald 5, the bridge, beside the controller on desktop 1. Window messages do not cross
+// desktops but named events do: it turns each signal of the controller's block into the
+// WM_COPYDATA command of the same name for its own controller. It keeps the desktop shown now
+// and the one before it where every companion can read them, tells a desktop's herald and
+// switcher when their desktop is shown, and tells the switchers to read their hotkeys again
+// after a reload. It keeps the herald of desktop 1 running, as that one keeps the bridge.
+
+#include <optional>
+
+#include "common/controller_link.h"
+#include "common/controller_process.h"
+#include "common/shared_state.h"
+#include "common/signals.h"
+#include "common/wait_loop.h"
+#include "common/watchdog.h"
+
+namespace zk::companion {
+
+class Bridge {
+  public:
+    enum WakeKind { kCommand = 1, kControllerEnded, kWatch };
+
+    Bridge(Os& os, ControllerProcess& controller);
+
+    // Waits for commands until the controller ends or is shut down.
+    void Run();
+    // One command signal, 49 to 54: false once the controller was told to shut down.
+    bool Command(std::int16_t index);
+    bool Woken(const Wake& wake);
+
+    [[nodiscard]] SharedState& State() { return state_; }
+    [[nodiscard]] WaitSet& Set() { return set_; }
+
+  private:
+    Os& os_;
+    ControllerProcess& controller_;
+    Signals signals_;
+    SharedState state_;
+    ControllerLink link_;
+    WaitSet set_;
+    std::optional<Watchdog> herald_;
+};
+
+}  // namespace zk::companion

@@ -1,0 +1,132 @@
+#include "DeskHerald/herald.h"
+
+#include "DeskHerald/startup_programs.h"
+#include "common/companion_settings.h"
+#include "desktop/companions.h"
+#include "diagnostics/err_log.h"
+#include "platform/module_path.h"
+#include "signals/protocol.h"
+
+namespace zk::companion {
+
+Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
+    : os_(os),
+      desk_(desk),
+      controller_(controller),
+      shell_(shell),
+      registry_(os),
+      signals_(os),
+      state_(os, controller.Id()) {
+    const auto n = static_cast<std::int16_t>(desk);
+    if (const Handle shown = signals_.Event(SwitcherSignal(KindUpdate, n, n))) {
+        set_.Add(shown, {kShown, desk});
+    }
+    set_.Add(controller.Process(), {kControllerEnded, 0});
+    pilot_.emplace(os, state_, signals_, controller, Program::Pilot, desk, set_, kWatchPilot);
+    if (desk == 1) {
+        bridge_.emplace(os, state_, signals_, controller, Program::Herald, kControllerBlock, set_,
+                        kWatchBridge);
+    }
+    AnnounceSelf(os, state_, signals_, HeraldSlot(desk));
+}
+
+void Herald::Start() {
+    if (desk_ >= 2) (void)StartStartupPrograms(os_, registry_, desk_);
+    NoteMissingPrograms();
+}
+
+// The switcher's program missing means no hotkeys and no preview here: the herald of desktop 1
+// logs it once, and every tray shows it.
+void Herald::NoteMissingPrograms() {
+    if (os_.GetFileAttributesW(ProgramPath(os_, Program::Pilot)) != InvalidFileAttributes) return;
+    const bool known = (state_.Block().missing & kPilotMissing) != 0;
+    state_.Block().missing |= kPilotMissing;
+    if (desk_ != 1 || known) return;
+    ErrLog log(os_);
+    log.LogError(u"Zelkova: " + Text(kPilotFileName) + u" is missing from " +
+                 ExecutableFolder(os_) + u": the hotkeys and the preview do not work.");
+    log.StartErrorReporter();
+}
+
+void Herald::Run() {
+    RunWaitLoop(os_, set_, [this](const Wake& wake) { return Woken(wake); });
+}
+
+bool Herald::Woken(const Wake& wake) {
+    switch (wake.kind) {
+        case kShown:
+            if (BannerShown(registry_)) shell_.ShowBanner(DesktopName(registry_, desk_));
+            break;
+        case kControllerEnded:
+            return false;
+        case kWatchPilot:
+            pilot_->Woken(wake);
+            break;
+        default:
+            if (bridge_) bridge_->Woken(wake);
+            break;
+    }
+    if (state_.Block().missing != missingShown_) {
+        missingShown_ = state_.Block().missing;
+        shell_.TrayChanged();
+    }
+    return true;
+}
+
+Text Herald::Tooltip() {
+    return TrayTooltip(desk_, DesktopName(registry_, desk_), state_.Block().missing);
+}
+
+std::vector<TrayMenuItem> Herald::Menu() {
+    std::array<Text, 4> names;
+    for (int d = 1; d <= 4; ++d)
+        names[d - 1] = DesktopName(registry_, d);
+    return TrayMenu(names, desk_);
+}
+
+void Herald::Preview() {
+    (void)signals_.Raise(SwitcherSignal(KindShowPreview, static_cast<std::int16_t>(desk_)));
+}
+
+void Herald::StartProgram(const char16_t* fileName) {
+    const Text path = ExecutableFolder(os_) + u"\\" + fileName;
+    StartupInfo si;
+    ProcessInformation pi;
+    if (!os_.CreateProcessW(path, u" ", false, 0, si, pi)) return;
+    (void)os_.CloseHandle(pi.hProcess);
+    (void)os_.CloseHandle(pi.hThread);
+}
+
+void Herald::Command(TrayCommand command) {
+    const int value = static_cast<int>(command);
+    if (value >= 1 && value <= 4) {
+        (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(value)));
+        return;
+    }
+    switch (command) {
+        case TrayCommand::Preview:
+            Preview();
+            break;
+        case TrayCommand::Settings:
+            StartProgram(kSettingsFileName);
+            break;
+        case TrayCommand::ErrorLog:
+            StartProgram(kReporterFileName);
+            break;
+        case TrayCommand::Exit: {
+            const Text question = ExitQuestion(desk_);
+            if (!question.empty()) {
+                const auto showFirst = shell_.Ask(question);
+                if (!showFirst) return;
+                // The bridge takes the lower signal first: desktop 1 is shown before the end.
+                if (*showFirst) (void)signals_.Raise(SwitchCommand(1));
+            }
+            (void)signals_.Raise(kShutdownCommand);
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace zk::companion

@@ -1,0 +1,69 @@
+#pragma once
+// DeskHerald N (N = 1 to 4), on desktop N: the desktop's banner and tray icon, and its start-up
+// programs. It keeps the desktop's switcher running; the herald of desktop 1 also keeps the
+// bridge running, as the bridge keeps it. What it shows is drawn by its shell; what a click means
+// is decided here.
+
+#include <array>
+#include <optional>
+
+#include "DeskHerald/tray_menu.h"
+#include "common/controller_process.h"
+#include "common/shared_state.h"
+#include "common/signals.h"
+#include "common/wait_loop.h"
+#include "common/watchdog.h"
+#include "settings/registry.h"
+
+namespace zk::companion {
+
+class Herald {
+  public:
+    // What the window side does for the herald.
+    class Shell {
+      public:
+        virtual ~Shell() = default;
+        virtual void ShowBanner(const Text& name) = 0;
+        // The tray icon's tooltip changed (a name, a missing program).
+        virtual void TrayChanged() = 0;
+        // Asks the user; true for yes, false for no, nothing to cancel.
+        virtual std::optional<bool> Ask(const Text& question) = 0;
+    };
+    enum WakeKind { kShown = 1, kControllerEnded, kWatchPilot, kWatchBridge };
+
+    Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell);
+
+    // Starts the desktop's programs (desktops 2 to 4) and notes missing companion programs.
+    void Start();
+    void Run();
+    bool Woken(const Wake& wake);
+
+    [[nodiscard]] Text Tooltip();
+    [[nodiscard]] std::vector<TrayMenuItem> Menu();
+    void Command(TrayCommand command);
+    // The icon's own click: the preview of this desktop.
+    void Preview();
+
+    [[nodiscard]] int Desk() const { return desk_; }
+    [[nodiscard]] WaitSet& Set() { return set_; }
+
+  private:
+    void NoteMissingPrograms();
+    void StartProgram(const char16_t* fileName);
+
+    Os& os_;
+    int desk_;
+    ControllerProcess& controller_;
+    Shell& shell_;
+    Registry registry_;
+    Signals signals_;
+    SharedState state_;
+    WaitSet set_;
+    std::optional<Watchdog> pilot_;
+    std::optional<Watchdog> bridge_;
+    std::uint32_t missingShown_ = 0;
+};
+
+inline constexpr char16_t kSettingsFileName[] = u"ZelkovaSettings.exe";
+
+}  // namespace zk::companion

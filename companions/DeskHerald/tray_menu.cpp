@@ -1,0 +1,35 @@
+#include "DeskHerald/tray_menu.h"
+
+#include "common/shared_state.h"
+
+namespace zk::companion {
+
+std::vector<TrayMenuItem> TrayMenu(const std::array<Text, 4>& names, int shown) {
+    std::vector<TrayMenuItem> items;
+    for (int desk = 1; desk <= 4; ++desk) {
+        items.push_back({static_cast<TrayCommand>(desk),
+                         u"&" + DecimalText(desk) + u"  " + names[desk - 1], desk == shown});
+    }
+    items.push_back({TrayCommand::Preview, u"&Preview", false, true});
+    items.push_back({TrayCommand::Settings, u"&Settings\u2026"});
+    items.push_back({TrayCommand::ErrorLog, u"Error &log\u2026"});
+    items.push_back({TrayCommand::Exit, u"E&xit Zelkova2", false, true});
+    return items;
+}
+
+Text TrayTooltip(int desk, const Text& name, std::uint32_t missing) {
+    Text tip = u"Zelkova2 \u2014 desktop " + DecimalText(desk);
+    if (name != u"Desktop " + DecimalText(desk)) tip += u": " + name;
+    if ((missing & kPilotMissing) != 0) tip += u"\nDeskPilot.exe is missing: no hotkeys here";
+    if ((missing & kHeraldMissing) != 0) tip += u"\nDeskHerald.exe is missing";
+    return tip;
+}
+
+Text ExitQuestion(int desk) {
+    if (desk == 1) return {};
+    const Text n = DecimalText(desk);
+    return u"The windows on desktop " + n + u" stay on desktop " + n +
+           u" until Zelkova2 is started again.\n\nShow desktop 1 first?";
+}
+
+}  // namespace zk::companion

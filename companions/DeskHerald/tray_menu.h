@@ -1,0 +1,39 @@
+#pragma once
+// What the tray icon of desktop N offers: its tooltip and its menu (the four desktops with their
+// names and the shown one checked, the preview, the settings, the error log, the way out).
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "support/text.h"
+
+namespace zk::companion {
+
+enum class TrayCommand : int {
+    ShowDesktop1 = 1,  // to ShowDesktop1 + 3
+    Preview = 10,
+    Settings,
+    ErrorLog,
+    Exit,
+};
+
+struct TrayMenuItem {
+    TrayCommand command;
+    Text label;  // with its access key
+    bool checked = false;
+    bool separatorBefore = false;
+};
+
+// `names` are the desktops' names ("Desktop N" when they have none); `shown` is the desktop the
+// menu is on, which is the one shown while the user uses it.
+[[nodiscard]] std::vector<TrayMenuItem> TrayMenu(const std::array<Text, 4>& names, int shown);
+
+// "Zelkova2 — desktop N", and its name when it has one of its own; then what is missing.
+[[nodiscard]] Text TrayTooltip(int desk, const Text& name, std::uint32_t missing);
+
+// What "Exit Zelkova2" on desktop N says first, if anything: the windows of desktops 2 to 4 stay
+// where they are until Zelkova2 is started again.
+[[nodiscard]] Text ExitQuestion(int desk);
+
+}  // namespace zk::companion

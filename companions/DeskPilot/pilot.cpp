@@ -1,0 +1,111 @@
+#include "DeskPilot/pilot.h"
+
+#include "platform/handles.h"
+#include "signals/protocol.h"
+
+namespace zk::companion {
+
+Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell& shell)
+    : os_(os),
+      desk_(desk),
+      window_(window),
+      shell_(shell),
+      registry_(os),
+      signals_(os),
+      state_(os, controller.Id()),
+      hotkeys_(os, registry_, nullptr, fields_, window) {
+    const auto n = static_cast<std::int16_t>(desk);
+    for (std::int16_t target = 1; target <= 4; ++target) {
+        if (const Handle e = signals_.Event(SwitcherSignal(KindSwitchTo, n, target))) {
+            set_.Add(e, {kSwitchTo, target});
+        }
+    }
+    for (const std::int32_t kind : {KindShowPreview, KindShowPopup}) {
+        if (const Handle e = signals_.Event(SwitcherSignal(kind, n))) set_.Add(e, {kPreview, 0});
+    }
+    if (const Handle e = signals_.Event(SwitcherSignal(KindReadReg, n))) set_.Add(e, {kReadReg, 0});
+    if (const Handle e = signals_.Event(SwitcherSignal(KindShutdown, n))) {
+        set_.Add(e, {kShutdown, 0});
+    }
+    if (const Handle e = signals_.OwnEvent(ShownEventName(desk))) set_.Add(e, {kShown, 0});
+    set_.Add(controller.Process(), {kControllerEnded, 0});
+    // Take the switch commands' events now, so that the path of a switch opens nothing.
+    for (std::int16_t target = 1; target <= 4; ++target)
+        (void)signals_.Event(SwitchCommand(target));
+    ownDesktop_ = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
+
+    hotkeys_.LoadHotKeys();
+    hotkeys_.RegisterHotKeys();  // a combination the controller holds is left to it, silently
+    (void)os.SetTimer(window_, kCaptureSoon, kMoment);
+    (void)os.SetTimer(window_, kCaptureAgain, kHalfMinute);
+    AnnounceSelf(os, state_, signals_, PilotSlot(desk));
+}
+
+Pilot::~Pilot() {
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        if (fields_.HotKeyOk[id] != 0) (void)os_.UnregisterHotKey(window_, id);
+    }
+}
+
+void Pilot::Run() {
+    RunWaitLoop(os_, set_, [this](const Wake& wake) { return Woken(wake); });
+}
+
+bool Pilot::Woken(const Wake& wake) {
+    switch (wake.kind) {
+        case kSwitchTo:
+            RequestSwitch(wake.value);
+            return true;
+        case kPreview:
+            OpenPreview();
+            return true;
+        case kReadReg:
+            hotkeys_.ReloadHotKeys();
+            return true;
+        case kShown:
+            (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
+            (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
+            return true;
+        default:  // shut down, or the controller ended
+            return false;
+    }
+}
+
+// What the controller's hotkey would have done for this desktop's block.
+void Pilot::HotKey(int id) {
+    if (id >= 1 && id <= 4) {
+        RequestSwitch(id);
+    } else if (id == 5) {
+        const int previous = state_.Previous();
+        if (previous >= 1 && previous <= 4) RequestSwitch(previous);
+    } else if (id == 6) {
+        OpenPreview();
+    }
+}
+
+void Pilot::RequestSwitch(int target) {
+    (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(target)));
+    shell_.HidePreview();
+}
+
+void Pilot::OpenPreview() {
+    if (OwnDesktopShown()) shell_.Capture();
+    shell_.ShowPreview();
+}
+
+void Pilot::TimerFired(std::uintptr_t id) {
+    if (id == kCaptureSoon) (void)os_.KillTimer(window_, kCaptureSoon);
+    if (id != kCaptureSoon && id != kCaptureAgain) return;
+    if (OwnDesktopShown()) {
+        shell_.Capture();
+    } else if (id == kCaptureAgain) {
+        (void)os_.KillTimer(window_, kCaptureAgain);  // until the desktop is shown again
+    }
+}
+
+bool Pilot::OwnDesktopShown() {
+    UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
+    return input && os_.GetUserObjectInformationW(input.get()) == ownDesktop_;
+}
+
+}  // namespace zk::companion

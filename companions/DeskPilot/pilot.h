@@ -1,0 +1,69 @@
+#pragma once
+// DeskPilot N, the switcher of desktop N. A switch asked for on desktop N (by the controller's
+// signal, or by its own hotkey where the system lets it hold one) goes at once to the bridge as
+// a switch command; nothing is done first. The preview of the four desktops opens on its signal
+// or hotkey. Pictures of the desktop are taken off that path: a moment after the desktop has
+// been shown, again every half minute while it stays shown, and just before the preview opens.
+
+#include <memory>
+
+#include "common/controller_process.h"
+#include "common/shared_state.h"
+#include "common/signals.h"
+#include "common/wait_loop.h"
+#include "common/watchdog.h"
+#include "hotkeys/hotkeys.h"
+#include "settings/registry.h"
+
+namespace zk::companion {
+
+class Pilot {
+  public:
+    // What the window side does for the switcher.
+    class Shell {
+      public:
+        virtual ~Shell() = default;
+        virtual void ShowPreview() = 0;
+        virtual void HidePreview() = 0;
+        // Takes a picture of what the desktop shows.
+        virtual void Capture() = 0;
+    };
+    enum WakeKind { kSwitchTo = 1, kPreview, kReadReg, kShutdown, kShown, kControllerEnded };
+    enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2 };
+    static constexpr std::uint32_t kMoment = 1000;
+    static constexpr std::uint32_t kHalfMinute = 30000;
+
+    // `window` is the switcher's own window on desktop N: it holds the hotkeys and timers.
+    Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell& shell);
+    ~Pilot();
+    Pilot(const Pilot&) = delete;
+    Pilot& operator=(const Pilot&) = delete;
+
+    void Run();
+    bool Woken(const Wake& wake);
+    void HotKey(int id);
+    void TimerFired(std::uintptr_t id);
+    // Asks the controller, through the bridge, to show desktop `target`.
+    void RequestSwitch(int target);
+
+    [[nodiscard]] const HotKeyFields& HotKeysHeld() const { return fields_; }
+    [[nodiscard]] WaitSet& Set() { return set_; }
+
+  private:
+    [[nodiscard]] bool OwnDesktopShown();
+    void OpenPreview();
+
+    Os& os_;
+    int desk_;
+    Hwnd window_;
+    Shell& shell_;
+    Registry registry_;
+    Signals signals_;
+    SharedState state_;
+    WaitSet set_;
+    HotKeyFields fields_;
+    HotKeys hotkeys_;
+    Text ownDesktop_;
+};
+
+}  // namespace zk::companion

@@ -1,0 +1,17 @@
+#include "DeskPilot/thumbnail_store.h"
+
+namespace zk::companion {
+
+ThumbnailStore::ThumbnailStore(KernelApi& os) {
+    for (int desk = 1; desk <= 4; ++desk) {
+        const Text name = u"Local\\Zelkova2.Thumbnail" + DecimalText(desk);
+        mappings_[desk - 1] =
+            UniqueKernelHandle(os, os.CreateFileMappingW(sizeof(Thumbnail), name));
+        if (!mappings_[desk - 1]) continue;
+        owned_[desk - 1] =
+            UniqueView(os, os.MapViewOfFile(mappings_[desk - 1].get(), sizeof(Thumbnail)));
+        views_[desk - 1] = static_cast<Thumbnail*>(owned_[desk - 1].get());
+    }
+}
+
+}  // namespace zk::companion

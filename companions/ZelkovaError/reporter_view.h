@@ -1,0 +1,18 @@
+#pragma once
+// What the error reporter shows: the newest entries of the log first, or that nothing has been
+// logged, and first of all, when the log cannot be written, that and where it was tried.
+
+#include "platform/os.h"
+
+namespace zk::companion {
+
+inline constexpr char16_t kNothingLogged[] = u"Nothing has been logged.";
+
+struct ReporterView {
+    Text text;     // for the reporter's text box, lines ending in CR LF
+    Text logPath;  // what "Open log file" opens
+};
+
+[[nodiscard]] ReporterView MakeReporterView(Os& os);
+
+}  // namespace zk::companion

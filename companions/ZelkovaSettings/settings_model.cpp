@@ -1,0 +1,185 @@
+#include "ZelkovaSettings/settings_model.h"
+
+#include <algorithm>
+
+#include "common/autostart.h"
+#include "common/companion_settings.h"
+#include "common/log_reader.h"
+#include "common/signals.h"
+#include "hotkeys/hotkeys.h"
+#include "platform/handles.h"
+#include "signals/protocol.h"
+
+namespace zk::companion {
+namespace {
+
+constexpr int kProbeId = 0xBF00;
+constexpr std::uint32_t kReloadWithin = 5000;
+constexpr std::string_view kRegisterFailed = "Failed to register the following hotkey: ";
+
+bool WriteDword(Registry& registry, const Text& key, const Text& name, std::int32_t value) {
+    std::uint32_t type = RegDword;
+    return registry.CreateKey(HkeyCurrentUser(), key) &&
+           registry.WriteValue(HkeyCurrentUser(), key, name, type, value);
+}
+
+constexpr std::uint8_t kHotKeyShift = 0x01, kHotKeyControl = 0x02, kHotKeyAlt = 0x04;
+
+}  // namespace
+
+Combo FromHotKeyControl(std::uint16_t value) {
+    const auto flags = static_cast<std::uint8_t>(value >> 8);
+    std::int16_t modifiers = 0;
+    if ((flags & kHotKeyAlt) != 0) modifiers |= ModAlt;
+    if ((flags & kHotKeyControl) != 0) modifiers |= ModControl;
+    if ((flags & kHotKeyShift) != 0) modifiers |= ModShift;
+    return {modifiers, static_cast<std::int16_t>(value & 0xFF)};
+}
+
+std::uint16_t ToHotKeyControl(const Combo& combo) {
+    std::uint8_t flags = 0;
+    if ((combo.modifiers & ModAlt) != 0) flags |= kHotKeyAlt;
+    if ((combo.modifiers & ModControl) != 0) flags |= kHotKeyControl;
+    if ((combo.modifiers & ModShift) != 0) flags |= kHotKeyShift;
+    return static_cast<std::uint16_t>((flags << 8) | (combo.key & 0xFF));
+}
+
+std::vector<Text> ProgramLines(const Text& box) {
+    std::vector<Text> lines;
+    Text line;
+    for (const char16_t c : box + u"\n") {
+        if (c != u'\r' && c != u'\n') {
+            line += c;
+            continue;
+        }
+        const auto first = line.find_first_not_of(u" \t");
+        if (first != Text::npos)
+            lines.push_back(line.substr(first, line.find_last_not_of(u" \t") - first + 1));
+        line.clear();
+    }
+    return lines;
+}
+
+Text ProgramBox(const std::vector<Text>& programs) {
+    Text box;
+    for (const Text& line : programs)
+        box += (box.empty() ? u"" : u"\r\n") + line;
+    return box;
+}
+
+SettingsModel::SettingsModel(Os& os, Hwnd probe) : os_(os), probe_(probe), registry_(os) {}
+
+Settings SettingsModel::Load() {
+    Settings settings;
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        Combo& combo = settings.hotkeys[id - 1];
+        if (!ReadHotKeyPair(registry_, id, combo.key, combo.modifiers)) {
+            combo = {HotKeySettingOf(id).defaultModifiers, HotKeySettingOf(id).defaultKey};
+        }
+    }
+    inForce_ = settings.hotkeys;
+    for (int desk = 1; desk <= 4; ++desk) {
+        DesktopSettings& d = settings.desktops[desk - 1];
+        const Text name = DesktopName(registry_, desk);
+        d.name = name == u"Desktop " + DecimalText(desk) ? Text() : name;
+        d.startPrograms = StartProgramsOn(registry_, desk);
+        d.programs = StoredPrograms(os_, desk).value_or(std::vector<Text>{kDefaultShell});
+    }
+    settings.autostart = AutostartOn(registry_);
+    settings.banner = BannerShown(registry_);
+    return settings;
+}
+
+ComboState SettingsModel::Check(const Settings& settings, int id) {
+    const Combo& combo = settings.hotkeys[id - 1];
+    if (combo.key == 0) return ComboState::Empty;
+    for (int other = 1; other <= kHotKeyCount; ++other) {
+        if (other != id && settings.hotkeys[other - 1] == combo) return ComboState::Twice;
+    }
+    const auto modifiers = static_cast<std::uint32_t>(combo.modifiers);
+    const auto key = static_cast<std::uint32_t>(combo.key);
+    if (os_.RegisterHotKey(probe_, kProbeId, modifiers, key) != 0) {
+        (void)os_.UnregisterHotKey(probe_, kProbeId);
+        return ComboState::Free;
+    }
+    const bool ours = std::find(inForce_.begin(), inForce_.end(), combo) != inForce_.end();
+    return ours ? ComboState::Zelkova : ComboState::Taken;
+}
+
+bool SettingsModel::Save(const Settings& settings) {
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        const HotKeySetting& setting = HotKeySettingOf(id);
+        const Combo& combo = settings.hotkeys[id - 1];
+        if (!WriteDword(registry_, kSettingsKey, setting.keyValue, combo.key) ||
+            !WriteDword(registry_, kSettingsKey, setting.modifierValue, combo.modifiers)) {
+            return false;
+        }
+    }
+    for (int desk = 1; desk <= 4; ++desk) {
+        const DesktopSettings& d = settings.desktops[desk - 1];
+        std::uint32_t type = RegSz;
+        if (!registry_.CreateKey(HkeyCurrentUser(), DesktopKey(desk)) ||
+            !registry_.WriteValue(HkeyCurrentUser(), DesktopKey(desk), kNameValue, type, d.name)) {
+            return false;
+        }
+        if (desk == 1) continue;
+        if (!WriteDword(registry_, DesktopKey(desk), kStartProgramsValue,
+                        d.startPrograms ? 1 : 0)) {
+            return false;
+        }
+        (void)os_.RegDeleteTreeW(HkeyCurrentUser(), ProgramsKey(desk));
+        if (!registry_.CreateKey(HkeyCurrentUser(), ProgramsKey(desk))) return false;
+        for (std::size_t i = 0; i < d.programs.size(); ++i) {
+            type = RegExpandSz;
+            if (!registry_.WriteValue(HkeyCurrentUser(), ProgramsKey(desk), DecimalText(i + 1),
+                                      type, d.programs[i])) {
+                return false;
+            }
+        }
+    }
+    return WriteDword(registry_, kSettingsKey, kShowBannerValue, settings.banner ? 1 : 0) &&
+           SetAutostart(os_, registry_, settings.autostart);
+}
+
+ApplyResult SettingsModel::Apply(const Settings& settings) {
+    ApplyResult result;
+    const std::size_t logBefore = ReadLog(os_).bytes.value_or(std::string()).size();
+    result.written = Save(settings);
+    if (!result.written) {
+        result.error = registry_.LastErrorText();
+        return result;
+    }
+    Signals signals(os_);
+    const Handle reloaded = signals.OwnEvent(ReloadedEventName());
+    (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
+    if (!signals.Raise(kReadRegCommand)) return result;
+    result.confirmed =
+        reloaded != nullptr && os_.WaitForSingleObject(reloaded, kReloadWithin) == WaitObject0;
+    inForce_ = settings.hotkeys;
+    const std::string log = ReadLog(os_).bytes.value_or(std::string());
+    if (log.size() <= logBefore) return result;
+    for (const std::string& entry : LogEntries(std::string_view(log).substr(logBefore))) {
+        const auto at = entry.find(kRegisterFailed);
+        if (at == std::string::npos) {
+            result.otherErrors.push_back(os_.MultiByteToWideChar(entry));
+            continue;
+        }
+        // "<modifiers> + <key name>", as the controller describes a hotkey.
+        const Text described = os_.MultiByteToWideChar(entry.substr(at + kRegisterFailed.size()));
+        bool matched = false;
+        for (int id = 1; id <= kHotKeyCount; ++id) {
+            const Combo& c = settings.hotkeys[id - 1];
+            if (described == DecimalText(c.modifiers) + u" + " + KeyDisplayName(os_, c.key) &&
+                std::find(result.failedIds.begin(), result.failedIds.end(), id) ==
+                    result.failedIds.end()) {
+                result.failedIds.push_back(id);
+                matched = true;
+                break;
+            }
+        }
+        if (!matched) result.otherErrors.push_back(os_.MultiByteToWideChar(entry));
+    }
+    return result;
+}
+
+}  // namespace zk::companion

@@ -1,0 +1,79 @@
+#pragma once
+// What the settings window shows and writes: the six hotkeys (the controller's twelve REG_DWORD
+// values), the desktops' names, the start-up programs of desktops 2 to 4 with their switch,
+// start at log-on and the banner. It says, as the user types a combination, whether another
+// program holds it, and after Apply which hotkeys Zelkova2 could not register.
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "platform/os.h"
+#include "settings/registry.h"
+
+namespace zk::companion {
+
+struct Combo {
+    std::int16_t modifiers = 0;  // as RegisterHotKey takes them
+    std::int16_t key = 0;        // virtual-key code
+    friend bool operator==(const Combo&, const Combo&) = default;
+};
+
+// The system's hotkey control packs a combination as MAKEWORD(key, HOTKEYF_ flags), whose
+// Shift and Alt bits lie the other way round from RegisterHotKey's; it has no Win key.
+[[nodiscard]] Combo FromHotKeyControl(std::uint16_t value);
+[[nodiscard]] std::uint16_t ToHotKeyControl(const Combo& combo);
+// The programs box holds one command line a line.
+[[nodiscard]] std::vector<Text> ProgramLines(const Text& box);
+[[nodiscard]] Text ProgramBox(const std::vector<Text>& programs);
+
+struct DesktopSettings {
+    Text name;                   // empty: "Desktop N"
+    bool startPrograms = true;   // desktops 2 to 4
+    std::vector<Text> programs;  // one command line each
+};
+
+struct Settings {
+    std::array<Combo, 6> hotkeys;
+    std::array<DesktopSettings, 4> desktops;
+    bool autostart = false;
+    bool banner = true;
+};
+
+enum class ComboState {
+    Free,     // nobody holds it
+    Zelkova,  // Zelkova2 holds it (as one of the hotkeys in force): not a conflict
+    Taken,    // another program holds it
+    Twice,    // another hotkey of these settings has it too
+    Empty,    // no key
+};
+
+struct ApplyResult {
+    bool written = false;
+    Text error;                     // why the settings could not be written
+    bool confirmed = false;         // Zelkova2 has read the hotkeys again
+    std::vector<int> failedIds;     // hotkeys that could not be registered
+    std::vector<Text> otherErrors;  // other new lines of the log
+};
+
+class SettingsModel {
+  public:
+    // `probe` is a window of the settings program, to try combinations on.
+    SettingsModel(Os& os, Hwnd probe);
+
+    [[nodiscard]] Settings Load();
+    // Whether combination `id` (1 to 6) of `settings` can be had.
+    [[nodiscard]] ComboState Check(const Settings& settings, int id);
+    // Writes everything, asks Zelkova2 to read its hotkeys again, and reads what it logged.
+    [[nodiscard]] ApplyResult Apply(const Settings& settings);
+
+  private:
+    bool Save(const Settings& settings);
+
+    Os& os_;
+    Hwnd probe_;
+    Registry registry_;
+    std::array<Combo, 6> inForce_{};  // the hotkeys as Zelkova2 read them last
+};
+
+}  // namespace zk::companion

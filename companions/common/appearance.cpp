@@ -1,0 +1,117 @@
+#include "common/appearance.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zk::companion {
+namespace {
+
+constexpr int kTileWidth = 192, kTileHeight = 120, kMargin = 16, kLabel = 28, kFrame = 4;
+constexpr int kBannerWidth = 280, kBannerHeight = 90;
+
+// Inside a rounded square of side `side` whose corners have radius `radius`?
+bool InsideRounded(double x, double y, double side, double radius) {
+    if (x < 0 || y < 0 || x > side || y > side) return false;
+    const double cx = std::clamp(x, radius, side - radius);
+    const double cy = std::clamp(y, radius, side - radius);
+    return (x - cx) * (x - cx) + (y - cy) * (y - cy) <= radius * radius;
+}
+
+}  // namespace
+
+Rgb DesktopColour(int desk) {
+    static constexpr Rgb kColours[] = {
+        {0x46, 0xA8, 0x4F}, {0x3F, 0x6F, 0xB5}, {0xC0, 0x7A, 0x1C}, {0x8A, 0x4F, 0xB0}};
+    return kColours[std::clamp(desk, 1, 4) - 1];
+}
+
+Rgb EdgeColour(Rgb fill) {
+    return {static_cast<std::uint8_t>(fill.r * 45 / 100),
+            static_cast<std::uint8_t>(fill.g * 45 / 100),
+            static_cast<std::uint8_t>(fill.b * 45 / 100)};
+}
+
+PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight) {
+    int tileWidth = Scale(kTileWidth, dpi);
+    int margin = Scale(kMargin, dpi);
+    // Four tiles and five margins take at most nine tenths of the screen's width.
+    const int room = screenWidth * 9 / 10;
+    if (4 * tileWidth + 5 * margin > room) {
+        margin = std::max(2, room / 60);
+        tileWidth = std::max(16, (room - 5 * margin) / 4);
+    }
+    const int tileHeight = tileWidth * kTileHeight / kTileWidth;
+    const int label = Scale(kLabel, dpi);
+    PreviewLayout layout;
+    layout.frame = std::max(1, Scale(kFrame, dpi));
+    const int width = 4 * tileWidth + 5 * margin;
+    const int height = tileHeight + label + 2 * margin;
+    layout.window = {(screenWidth - width) / 2, (screenHeight - height) / 2,
+                     (screenWidth - width) / 2 + width, (screenHeight - height) / 2 + height};
+    for (int i = 0; i < 4; ++i) {
+        const int left = margin + i * (tileWidth + margin);
+        layout.tiles[i] = {left, margin, left + tileWidth, margin + tileHeight};
+        layout.labels[i] = {left, margin + tileHeight, left + tileWidth,
+                            margin + tileHeight + label};
+    }
+    return layout;
+}
+
+int TileAt(const PreviewLayout& layout, int x, int y) {
+    for (int i = 0; i < 4; ++i) {
+        if (layout.tiles[i].Contains(x, y) || layout.labels[i].Contains(x, y)) return i + 1;
+    }
+    return 0;
+}
+
+Text PreviewLabel(int desk, const Text& name, bool shown) {
+    Text label = DecimalText(desk) + u"  " + name;
+    if (shown) label += u"  (shown)";
+    return label;
+}
+
+Rect BannerRect(int dpi, int screenWidth, int screenHeight) {
+    const int width = std::min(Scale(kBannerWidth, dpi), screenWidth);
+    const int height = std::min(Scale(kBannerHeight, dpi), screenHeight);
+    const int left = (screenWidth - width) / 2;
+    const int top = (screenHeight - height) / 2;
+    return {left, top, left + width, top + height};
+}
+
+std::vector<std::uint32_t> TrayIconPixels(int size, int desk, std::span<const std::uint8_t> glyph) {
+    const Rgb fill = DesktopColour(desk);
+    const Rgb edge = EdgeColour(fill);
+    const int big = size * kSupersample;
+    const double side = big, radius = big * 0.2, border = std::max(1.0, big * 0.08);
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(size) * size);
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            double r = 0, g = 0, b = 0, a = 0;
+            for (int sy = 0; sy < kSupersample; ++sy) {
+                for (int sx = 0; sx < kSupersample; ++sx) {
+                    const int px = x * kSupersample + sx, py = y * kSupersample + sy;
+                    const double fx = px + 0.5, fy = py + 0.5;
+                    if (!InsideRounded(fx, fy, side, radius)) continue;
+                    const bool inner = InsideRounded(fx - border, fy - border, side - 2 * border,
+                                                     std::max(0.0, radius - border));
+                    const Rgb base = inner ? fill : edge;
+                    const std::size_t at = static_cast<std::size_t>(py) * big + px;
+                    const double ink = at < glyph.size() ? glyph[at] / 255.0 : 0.0;
+                    r += base.r + (255 - base.r) * ink;
+                    g += base.g + (255 - base.g) * ink;
+                    b += base.b + (255 - base.b) * ink;
+                    a += 1;
+                }
+            }
+            const double samples = kSupersample * kSupersample;
+            const auto channel = [&](double v) {
+                return static_cast<std::uint32_t>(std::lround(v / samples));
+            };
+            pixels[static_cast<std::size_t>(y) * size + x] =
+                (channel(a * 255) << 24) | (channel(r) << 16) | (channel(g) << 8) | channel(b);
+        }
+    }
+    return pixels;
+}
+
+}  // namespace zk::companion

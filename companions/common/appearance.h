@@ -1,0 +1,60 @@
+#pragma once
+// How the companions look, apart from the drawing calls: the desktops' colours, sizes that follow
+// the screen's DPI, where the preview's tiles and the banner go, and the pixels of the tray icon.
+// The program's tile style: rounded tiles with a darker edge, the shown desktop in zelkova green.
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "support/text.h"
+
+namespace zk::companion {
+
+struct Rgb {
+    std::uint8_t r, g, b;
+};
+// Desktop 1 in zelkova green, the others each in a colour of its own.
+[[nodiscard]] Rgb DesktopColour(int desk);
+[[nodiscard]] Rgb EdgeColour(Rgb fill);
+
+inline constexpr int kBaseDpi = 96;
+// A length given for 96 DPI, at `dpi`.
+[[nodiscard]] constexpr int Scale(int length, int dpi) {
+    return (length * dpi + kBaseDpi / 2) / kBaseDpi;
+}
+
+struct Rect {
+    int left = 0, top = 0, right = 0, bottom = 0;
+    [[nodiscard]] int Width() const { return right - left; }
+    [[nodiscard]] int Height() const { return bottom - top; }
+    [[nodiscard]] bool Contains(int x, int y) const {
+        return x >= left && x < right && y >= top && y < bottom;
+    }
+};
+
+// The preview: four tiles in a row with a label under each, centred on the screen and never
+// wider than it.
+struct PreviewLayout {
+    Rect window;                 // in screen coordinates
+    std::array<Rect, 4> tiles;   // in the window's client coordinates
+    std::array<Rect, 4> labels;  // likewise
+    int frame = 0;               // the width of the frame round the selected and the shown tile
+};
+[[nodiscard]] PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight);
+// The desktop whose tile is under a point of the client area; 0 for none.
+[[nodiscard]] int TileAt(const PreviewLayout& layout, int x, int y);
+[[nodiscard]] Text PreviewLabel(int desk, const Text& name, bool shown);
+
+// The banner that names a shown desktop, centred on the screen.
+[[nodiscard]] Rect BannerRect(int dpi, int screenWidth, int screenHeight);
+
+// The tray icon of desktop N at `size` pixels: one tile of the style in the desktop's colour,
+// with its number. `glyph` is the number's coverage (0 to 255), drawn by the system's font
+// renderer on a square of size * kSupersample pixels. Pixels are premultiplied BGRA, top down.
+inline constexpr int kSupersample = 4;
+[[nodiscard]] std::vector<std::uint32_t> TrayIconPixels(int size, int desk,
+                                                        std::span<const std::uint8_t> glyph);
+
+}  // namespace zk::companion

@@ -1,0 +1,34 @@
+#pragma once
+// The bridge's line to its controller: the controller window of that process on this desktop,
+// found once and checked before each use, and the commands sent to it by WM_COPYDATA.
+
+#include <array>
+#include <cstdint>
+
+#include "platform/os.h"
+#include "signals/event_names.h"
+
+namespace zk::companion {
+
+class ControllerLink {
+  public:
+    ControllerLink(Os& os, std::uint32_t controllerId);
+
+    // Sends the full name of signal `index` (49 to 54) as the controller's command; false when
+    // no window of the controller takes it.
+    bool Send(std::int16_t index);
+    // The controller window: caption "Zelkova 2", mark "Zelkova2_APP5" = 1, and the controller's
+    // process; nullptr when there is none.
+    [[nodiscard]] Hwnd Window();
+
+  private:
+    Os& os_;
+    std::uint32_t controllerId_;
+    std::array<Ansi, 6> commands_;  // the texts of signals 49 to 54, made once
+    Hwnd window_ = nullptr;
+};
+
+// Whether a window is a controller window (of any process).
+[[nodiscard]] bool IsControllerWindow(WindowApi& os, Hwnd window);
+
+}  // namespace zk::companion

@@ -1,0 +1,89 @@
+#include "common/launcher.h"
+
+#include "common/controller_link.h"
+#include "desktop/companions.h"
+#include "platform/module_path.h"
+
+namespace zk::companion {
+namespace {
+
+constexpr std::uint32_t kPoll = 50;
+
+bool SameFileName(const Text& a, const Text& b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        auto fold = [](char16_t c) {
+            return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
+        };
+        if (fold(a[i]) != fold(b[i])) return false;
+    }
+    return true;
+}
+
+Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
+                           std::uint32_t processId) {
+    for (const Hwnd window : windows) {
+        std::uint32_t owner = 0;
+        (void)os.GetWindowThreadProcessId(window, &owner);
+        if (owner == processId && IsControllerWindow(os, window)) return window;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os) {
+    std::vector<std::uint32_t> ids;
+    for (const ProcessEntry& entry : os.CreateToolhelp32Snapshot()) {
+        if (SameFileName(entry.exeFile, kControllerFileName)) ids.push_back(entry.processId);
+    }
+    return ids;
+}
+
+Hwnd FindControllerWindow(Os& os, std::uint32_t processId) {
+    UniqueDesktop first(
+        os, os.OpenDesktopW(kDefaultDesktopName, 0, false, DesktopReadObjects | DesktopEnumerate));
+    if (first) {
+        if (const Hwnd w =
+                ControllerWindowAmong(os, os.EnumDesktopWindows(first.get()), processId)) {
+            return w;
+        }
+    }
+    return ControllerWindowAmong(os, os.EnumWindows(), processId);
+}
+
+bool ShowDefaultDesktop(Os& os) {
+    UniqueDesktop first(os, os.OpenDesktopW(kDefaultDesktopName, 0, false, DesktopSwitchDesktop));
+    return first && os.SwitchDesktop(first.get());
+}
+
+Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
+    Launch launch;
+    if (!ControllerProcessIds(os).empty()) {
+        launch.result = LaunchResult::AlreadyRunning;
+        return launch;
+    }
+    (void)ShowDefaultDesktop(os);
+    StartupInfo si;
+    si.lpDesktop = kDefaultDesktopName;
+    ProcessInformation pi;
+    const Text path = ExecutableFolder(os) + u"\\" + kControllerFileName;
+    if (!os.CreateProcessW(path, u"\"" + path + u"\"", false, 0, si, pi)) {
+        launch.error = os.GetLastError();
+        return launch;
+    }
+    (void)os.CloseHandle(pi.hThread);
+    launch.process = UniqueKernelHandle(os, pi.hProcess);
+    for (std::uint32_t waited = 0;; waited += kPoll) {
+        if (FindControllerWindow(os, pi.dwProcessId) != nullptr) {
+            launch.result = LaunchResult::Started;
+            return launch;
+        }
+        if (waited >= answerWithin || os.WaitForSingleObject(pi.hProcess, kPoll) != WaitTimeout) {
+            launch.result = LaunchResult::NoAnswer;
+            return launch;
+        }
+    }
+}
+
+}  // namespace zk::companion

@@ -1,0 +1,58 @@
+#include "common/log_reader.h"
+
+#include <array>
+
+#include "diagnostics/err_log.h"
+#include "platform/handles.h"
+
+namespace zk::companion {
+namespace {
+
+constexpr std::string_view kEntryMark = " Zelkova:";
+
+}  // namespace
+
+LogFile ReadLog(Os& os) {
+    LogFile log;
+    log.path = ErrLog(os).LogFolder() + kLogFileName;
+    UniqueFileHandle file(
+        os, os.CreateFileW(log.path, GenericRead, FileShareRead | FileShareWrite, OpenExisting));
+    if (!file) {
+        log.error = os.GetLastError();
+        return log;
+    }
+    std::string bytes;
+    std::array<std::byte, 4096> buffer{};
+    std::uint32_t read = 0;
+    while (os.ReadFile(file.get(), buffer, read) && read > 0)
+        bytes.append(reinterpret_cast<const char*>(buffer.data()), read);
+    log.bytes = std::move(bytes);
+    return log;
+}
+
+std::vector<std::string> LogEntries(std::string_view bytes) {
+    std::vector<std::string> entries;
+    for (std::size_t start = 0; start < bytes.size();) {
+        const auto end = bytes.find("\r\n", start);
+        const std::string_view line =
+            bytes.substr(start, end == std::string_view::npos ? end : end - start);
+        start = end == std::string_view::npos ? bytes.size() : end + 2;
+        if (line.empty()) continue;
+        if (line.find(kEntryMark) != std::string_view::npos || entries.empty()) {
+            entries.emplace_back(line);
+        } else {
+            entries.back() += "\r\n";
+            entries.back() += line;
+        }
+    }
+    return entries;
+}
+
+std::optional<std::uint32_t> LogWriteError(Os& os, const Text& path) {
+    UniqueFileHandle file(
+        os, os.CreateFileW(path, FileAppendData, FileShareRead | FileShareWrite, OpenAlways));
+    if (file) return std::nullopt;
+    return os.GetLastError();
+}
+
+}  // namespace zk::companion

@@ -1,0 +1,61 @@
+#pragma once
+// What the companions of one controller share, in a small block of named memory that lives as
+// long as one of them holds it:
+//   - the desktop shown now and the one shown before it, as the bridge has seen the switch
+//     commands go through (the "previous desktop" hotkey of every desktop needs it);
+//   - the process ids of the nine companions, so that neighbours can watch each other;
+//   - the companion programs found missing, for every tray to show.
+
+#include <cstdint>
+
+#include "platform/handles.h"
+
+namespace zk::companion {
+
+// The nine companions, by slot: the switchers of desktops 1 to 4, then the heralds of desktops
+// 1 to 4, then the bridge.
+inline constexpr int kCompanionSlots = 9;
+[[nodiscard]] constexpr int PilotSlot(int desk) {
+    return desk - 1;
+}
+[[nodiscard]] constexpr int HeraldSlot(int desk) {
+    return 3 + desk;  // the bridge is desk 5: slot 8
+}
+
+inline constexpr std::uint32_t kPilotMissing = 1;
+inline constexpr std::uint32_t kHeraldMissing = 2;
+
+struct SharedBlock {
+    std::uint32_t controllerId;
+    std::int16_t current;   // 0 until the first switch command: the controller starts on 1
+    std::int16_t previous;  // 0 while there has been no switch
+    std::uint32_t companions[kCompanionSlots];
+    std::uint32_t missing;  // kPilotMissing | kHeraldMissing
+};
+
+class SharedState {
+  public:
+    SharedState(KernelApi& os, std::uint32_t controllerId);
+
+    // False when the memory could not be had; the block then reads as empty and keeps nothing.
+    [[nodiscard]] bool Mapped() const { return view_.valid(); }
+    [[nodiscard]] SharedBlock& Block() { return *block_; }
+    // The desktop shown now, as far as the companions know (1 before the first switch).
+    [[nodiscard]] int Current() const { return block_->current == 0 ? 1 : block_->current; }
+    [[nodiscard]] int Previous() const { return block_->previous; }
+    // The controller's rule: a switch to another desktop makes the current one the previous.
+    void RecordSwitch(int desk);
+
+  private:
+    UniqueKernelHandle mapping_;
+    UniqueView view_;
+    SharedBlock fallback_{};
+    SharedBlock* block_ = &fallback_;
+};
+
+// The name of the block of one controller's companions.
+[[nodiscard]] Text SharedStateName(std::uint32_t controllerId);
+// The event a companion sets when it has put its process id into its slot.
+[[nodiscard]] Text CompanionUpEventName(std::uint32_t controllerId, int slot);
+
+}  // namespace zk::companion

@@ -1,0 +1,46 @@
+#include "common/signals.h"
+
+namespace zk::companion {
+
+Signals::Signals(Os& os) : os_(os) {
+    names_.InitEventNames();
+}
+
+Handle Signals::Open(const Text& fullName) {
+    auto it = events_.find(fullName);
+    if (it == events_.end()) {
+        const Handle event = os_.CreateEventA(false, false, os_.WideCharToMultiByte(fullName));
+        if (event == nullptr) return nullptr;  // tried again next time
+        it = events_.emplace(fullName, UniqueKernelHandle(os_, event)).first;
+    }
+    return it->second.get();
+}
+
+Handle Signals::Event(std::int16_t index) {
+    const Text name = names_.EventName(index);
+    return name.empty() ? nullptr : Open(name);
+}
+
+Handle Signals::OwnEvent(const Text& name) {
+    return Open(u"Local\\" + name);
+}
+
+bool Signals::Raise(std::int16_t index) {
+    const Handle event = Event(index);
+    return event != nullptr && os_.SetEvent(event);
+}
+
+bool Signals::RaiseOwn(const Text& name) {
+    const Handle event = OwnEvent(name);
+    return event != nullptr && os_.SetEvent(event);
+}
+
+Text ShownEventName(int desk) {
+    return u"Zelkova2.Shown" + DecimalText(desk);
+}
+
+Text ReloadedEventName() {
+    return u"Zelkova2.Reloaded";
+}
+
+}  // namespace zk::companion

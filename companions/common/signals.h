@@ -1,0 +1,41 @@
+#pragma once
+// The named events a companion uses: the 54 signals of the controller and the companions' own,
+// each opened once and kept (created, of the same auto-reset kind, if the controller has not
+// made it yet).
+
+#include <cstdint>
+#include <map>
+
+#include "platform/handles.h"
+#include "platform/os.h"
+#include "signals/event_names.h"
+
+namespace zk::companion {
+
+class Signals {
+  public:
+    explicit Signals(Os& os);
+
+    // The event of signal index 1 to 54; nullptr when it cannot be had.
+    [[nodiscard]] Handle Event(std::int16_t index);
+    // One of the companions' own events, by name; it lives in the session's Local namespace.
+    [[nodiscard]] Handle OwnEvent(const Text& name);
+    // Sets the event of a signal; false when it cannot be had or set.
+    bool Raise(std::int16_t index);
+    bool RaiseOwn(const Text& name);
+
+  private:
+    Handle Open(const Text& fullName);
+
+    Os& os_;
+    EventNames names_;
+    std::map<Text, UniqueKernelHandle> events_;
+};
+
+// The companions' own events, beside the controller's signals.
+// Desktop N has been shown; its pilot takes a picture of it a moment later.
+[[nodiscard]] Text ShownEventName(int desk);
+// The bridge has forwarded "ReadReg" and told the pilots: the settings are in force.
+[[nodiscard]] Text ReloadedEventName();
+
+}  // namespace zk::companion

@@ -1,0 +1,56 @@
+#pragma once
+// Companions keep each other running: the herald of a desktop watches its switcher, and the
+// herald of desktop 1 and the bridge watch each other. When a watched companion's process ends
+// while the controller still runs, it is started again at once, on its desktop and with its
+// number, and told which controller it serves.
+
+#include <cstdint>
+
+#include "common/companion_args.h"
+#include "common/controller_process.h"
+#include "common/shared_state.h"
+#include "common/signals.h"
+#include "common/wait_loop.h"
+#include "diagnostics/err_log.h"
+
+namespace zk::companion {
+
+enum class Program { Pilot, Herald };
+
+// Puts this companion's process id into its slot and tells its watcher.
+void AnnounceSelf(Os& os, SharedState& state, Signals& signals, int slot);
+
+class Watchdog {
+  public:
+    // Watches `program` N; its wakes in `set` are {wakeKind, 0} (the companion announced itself)
+    // and {wakeKind, 1} (its process ended).
+    Watchdog(Os& os, SharedState& state, Signals& signals, ControllerProcess& controller,
+             Program program, int desk, WaitSet& set, int wakeKind);
+
+    void Woken(const Wake& wake);
+    [[nodiscard]] int Restarts() const { return restarts_; }
+
+  private:
+    void Watch(std::uint32_t processId);
+    void Restart();
+
+    Os& os_;
+    SharedState& state_;
+    ControllerProcess& controller_;
+    Program program_;
+    int desk_;
+    int slot_;
+    WaitSet& set_;
+    int wakeKind_;
+    std::uint32_t watched_ = 0;
+    UniqueKernelHandle process_;
+    int restarts_ = 0;
+    std::uint64_t firstRestart_ = 0;
+    bool gaveUp_ = false;
+};
+
+// The file name of a companion program, and its path beside the running one.
+[[nodiscard]] const char16_t* ProgramFileName(Program program);
+[[nodiscard]] Text ProgramPath(KernelApi& os, Program program);
+
+}  // namespace zk::companion
