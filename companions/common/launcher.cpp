@@ -1,6 +1,10 @@
 #include "common/launcher.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "common/controller_link.h"
+#include "common/shared_state.h"
 #include "desktop/companions.h"
 #include "platform/module_path.h"
 
@@ -8,6 +12,7 @@ namespace zk::companion {
 namespace {
 
 constexpr std::uint32_t kPoll = 50;
+constexpr std::uint32_t kSettle = 1000;
 
 bool SameFileName(const Text& a, const Text& b) {
     if (a.size() != b.size()) return false;
@@ -52,6 +57,19 @@ Hwnd FindControllerWindow(Os& os, std::uint32_t processId) {
     return ControllerWindowAmong(os, os.EnumWindows(), processId);
 }
 
+// Where the input desktop follows the focus of the display (as under Wine 10), the focus of the
+// last desktop the startup made can come after its switch back to desktop 1 and take the input
+// with it; a moment after the start, desktop 1 is shown again if it has to be.
+void KeepDefaultShown(Os& os) {
+    for (std::uint32_t waited = 0; waited < kSettle; waited += kPoll) {
+        UniqueDesktop input(os, os.OpenInputDesktop(0, false, DesktopReadObjects));
+        if (input && os.GetUserObjectInformationW(input.get()) != kDefaultDesktopName) {
+            (void)ShowDefaultDesktop(os);
+        }
+        os.Sleep(kPoll);
+    }
+}
+
 bool ShowDefaultDesktop(Os& os) {
     UniqueDesktop first(os, os.OpenDesktopW(kDefaultDesktopName, 0, false, DesktopSwitchDesktop));
     return first && os.SwitchDesktop(first.get());
@@ -74,16 +92,22 @@ Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
     }
     (void)os.CloseHandle(pi.hThread);
     launch.process = UniqueKernelHandle(os, pi.hProcess);
+    // Up when its window exists and its nine companions have announced themselves: the
+    // startup ends with the switch to desktop 1 right after the last of them starts.
+    SharedState state(os, pi.dwProcessId);
     for (std::uint32_t waited = 0;; waited += kPoll) {
-        if (FindControllerWindow(os, pi.dwProcessId) != nullptr) {
-            launch.result = LaunchResult::Started;
-            return launch;
-        }
+        const auto& ids = state.Block().companions;
+        const bool companionsUp =
+            std::all_of(std::begin(ids), std::end(ids), [](std::uint32_t id) { return id != 0; });
+        if (companionsUp && FindControllerWindow(os, pi.dwProcessId) != nullptr) break;
         if (waited >= answerWithin || os.WaitForSingleObject(pi.hProcess, kPoll) != WaitTimeout) {
             launch.result = LaunchResult::NoAnswer;
             return launch;
         }
     }
+    KeepDefaultShown(os);
+    launch.result = LaunchResult::Started;
+    return launch;
 }
 
 }  // namespace zk::companion

@@ -18,6 +18,7 @@ inline constexpr char16_t kControllerFileName[] = u"Zelkova2.exe";
 [[nodiscard]] Hwnd FindControllerWindow(Os& os, std::uint32_t processId);
 // Makes "Default" the input desktop; false when the system refuses.
 bool ShowDefaultDesktop(Os& os);
+void KeepDefaultShown(Os& os);
 
 enum class LaunchResult { Started, AlreadyRunning, Failed, NoAnswer };
 struct Launch {

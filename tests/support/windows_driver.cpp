@@ -1,8 +1,11 @@
 #include "support/windows_driver.h"
 
+#include "support/recorder_file.h"
+
 #include <shlobj.h>
 #include <tlhelp32.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -22,6 +25,112 @@ void Press(std::initializer_list<WORD> keys) {
     for (auto it = keys.end(); it != keys.begin();)
         add(*--it, KEYEVENTF_KEYUP);
     ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+int WineVersion() {
+    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
+    using Version = const char*(CDECL*)();
+    const auto version = reinterpret_cast<Version>(
+        reinterpret_cast<void*>(::GetProcAddress(ntdll, "wine_get_version")));
+    return version != nullptr ? std::atoi(version()) : 0;
+}
+
+std::wstring InputDesktop() {
+    const HDESK input = ::OpenInputDesktop(0, FALSE, DESKTOP_READOBJECTS);
+    if (input == nullptr) return {};
+    wchar_t name[256] = {};
+    ::GetUserObjectInformationW(input, UOI_NAME, name, sizeof name - sizeof name[0], nullptr);
+    ::CloseDesktop(input);
+    return name;
+}
+
+std::wstring ProgramFolder() {
+    const Text tests = TestFolder();  // build/windows/tests/bin
+    return std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\bin";
+}
+
+bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys) {
+    std::wstring list;
+    for (const WORD key : keys)
+        list += std::to_wstring(key) + L" ";
+    ::SetEnvironmentVariableW(L"ZK_TYPE", list.c_str());
+    const Text recorder = RecorderPath();
+    const RunResult typed =
+        RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
+    ::SetEnvironmentVariableW(L"ZK_TYPE", nullptr);
+    return (typed.exitCode & 4) != 0;
+}
+
+RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
+                     const wchar_t* desktop) {
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    // A file of its own for each run: a program it starts may keep the handle (Wine 8 hands a
+    // GUI child its parent's standard handles).
+    static int runs = 0;
+    const std::wstring outputPath = std::wstring(temp) + L"zk-output-" +
+                                    std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                                    std::to_wstring(++runs) + L".txt";
+    SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+    const HANDLE output =
+        ::CreateFileW(outputPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                      &inherit, CREATE_ALWAYS, 0, nullptr);
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    si.dwFlags = STARTF_USESTDHANDLES;
+    si.hStdOutput = output;
+    si.hStdError = output;
+    std::wstring desktopName = desktop != nullptr ? desktop : L"";
+    si.lpDesktop = desktop != nullptr ? desktopName.data() : nullptr;
+    PROCESS_INFORMATION pi{};
+    std::wstring line = L"\"" + program + L"\" " + arguments;
+    RunResult result;
+    if (::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                         &si, &pi)) {
+        ::WaitForSingleObject(pi.hProcess, 60000);
+        ::GetExitCodeProcess(pi.hProcess, &result.exitCode);
+        ::CloseHandle(pi.hProcess);
+        ::CloseHandle(pi.hThread);
+    }
+    ::CloseHandle(output);
+    {
+        std::ifstream in(outputPath.c_str(), std::ios::binary);
+        result.output.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    ::DeleteFileW(outputPath.c_str());
+    return result;
+}
+
+namespace {
+
+struct Search {
+    const wchar_t* className;
+    HWND found;
+};
+
+BOOL CALLBACK MatchShown(HWND window, LPARAM lParam) {
+    auto* search = reinterpret_cast<Search*>(lParam);
+    wchar_t className[64] = {};
+    ::GetClassNameW(window, className, 64);
+    // Shown by its program: IsWindowVisible would also ask whether the desktop's own window is
+    // shown, and that of a desktop other than the input desktop is not.
+    if (std::wstring(className) == search->className &&
+        (::GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0) {
+        search->found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+}  // namespace
+
+HWND WindowOn(const wchar_t* desktop, const wchar_t* className) {
+    const HDESK handle = ::OpenDesktopW(desktop, 0, FALSE, DESKTOP_READOBJECTS | DESKTOP_ENUMERATE);
+    if (handle == nullptr) return nullptr;
+    Search search{className, nullptr};
+    ::EnumDesktopWindows(handle, &MatchShown, reinterpret_cast<LPARAM>(&search));
+    ::CloseDesktop(handle);
+    return search.found;
 }
 
 std::wstring LogPath() {

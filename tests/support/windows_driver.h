@@ -23,6 +23,30 @@ bool Within(DWORD milliseconds, Condition condition) {
     return condition();
 }
 
+// The major version of the Wine the tests run under (0 on Windows). Wine 8 does not switch
+// desktops: its SwitchDesktop leaves the input desktop where it was.
+int WineVersion();
+[[nodiscard]] inline bool DesktopsSwitch() {
+    const int wine = WineVersion();
+    return wine == 0 || wine >= 10;
+}
+std::wstring InputDesktop();
+// Types the keys as a program on that desktop would: input comes only from a thread of the
+// input desktop. True when the system took them.
+bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys);
+
+struct RunResult {
+    DWORD exitCode = STILL_ACTIVE;
+    std::string output;
+};
+// Runs a program (on a desktop, if named) with the arguments and takes what it writes.
+RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
+                     const wchar_t* desktop = nullptr);
+// The folder of the programs as built (build/windows/bin).
+std::wstring ProgramFolder();
+// A window of that class on the named desktop, shown by its program.
+HWND WindowOn(const wchar_t* desktop, const wchar_t* className);
+
 std::wstring LogPath();
 std::string LogText();
 // The system's text for an error code, as ANSI.

@@ -1,0 +1,232 @@
+// The whole system under Wine as a user meets it: the real programs, started by the control
+// tool, driven by keys typed on each desktop and by the control tool's commands. Under Wine 10
+// the input desktop really moves; Wine 8 leaves it on "Default", so there a desktop counts as
+// shown when its herald names it in its banner.
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/recorder_file.h"
+#include "support/windows_driver.h"
+
+namespace zk {
+namespace {
+
+using support::DesktopsSwitch;
+using support::InputDesktop;
+using support::ProcessesNamed;
+using support::RunResult;
+using support::TypeOn;
+using support::WindowOn;
+using support::Within;
+
+const wchar_t* const kDesks[] = {L"Default", L"desk2", L"desk3", L"desk4"};
+constexpr WORD kNumPad[] = {0, VK_NUMPAD1, VK_NUMPAD2, VK_NUMPAD3, VK_NUMPAD4};
+
+std::size_t CompanionCount() {
+    return ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe"}).size();
+}
+
+void EndStragglers() {
+    for (const DWORD id : ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe", L"Zelkova2.exe",
+                                          L"ZelkovaError.exe", L"ZelkovaSettings.exe"})) {
+        const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+        if (process == nullptr) continue;
+        ::TerminateProcess(process, 99);
+        ::WaitForSingleObject(process, 5000);
+        ::CloseHandle(process);
+    }
+}
+
+void ShowDefault() {
+    const HDESK first = ::OpenDesktopW(L"Default", 0, FALSE, DESKTOP_SWITCHDESKTOP);
+    ::SwitchDesktop(first);
+    ::CloseDesktop(first);
+}
+
+class UsersDay : public ::testing::Test {
+  protected:
+    UsersDay() {
+        EndStragglers();
+        ShowDefault();
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
+        for (int d = 2; d <= 4; ++d) {  // no shell on the made desktops during tests
+            support::SetDword(L"Software\\Zelkova\\Desktop" + std::to_wstring(d), L"StartPrograms",
+                              0);
+        }
+    }
+    ~UsersDay() override {
+        EndStragglers();
+        ShowDefault();
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
+    }
+
+    static RunResult Ctl(const std::wstring& arguments, const wchar_t* desktop = nullptr) {
+        return support::RunProgram(support::ProgramFolder() + L"\\zelkovactl.exe", arguments,
+                                   desktop);
+    }
+
+    // Starts Zelkova2 as a user does, and waits until its nine companions wait for signals.
+    ::testing::AssertionResult Start(const wchar_t* from = nullptr) {
+        const RunResult started = Ctl(L"start", from);
+        if (started.exitCode != 0) {
+            return ::testing::AssertionFailure() << "zelkovactl start: " << started.output;
+        }
+        if (!Within(30000, [] { return CompanionCount() == 9; })) {
+            return ::testing::AssertionFailure() << CompanionCount() << " companions";
+        }
+        ::Sleep(500);  // the companions open their events and begin to wait
+        return ::testing::AssertionSuccess();
+    }
+
+    // Desktop N is shown: the input desktop under Wine 10; its herald's banner under Wine 8.
+    ::testing::AssertionResult Shown(int desk) {
+        const bool shown =
+            DesktopsSwitch()
+                ? Within(5000, [&] { return InputDesktop() == kDesks[desk - 1]; })
+                : Within(5000, [&] { return WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
+        if (!DesktopsSwitch()) {  // the banner must be gone before it can tell the next time
+            (void)Within(3000, [&] { return !WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
+        }
+        if (shown) return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure()
+               << "desktop " << desk << " not shown; the input desktop is "
+               << std::string(InputDesktop().begin(), InputDesktop().end());
+    }
+
+    static bool Type(int desk, std::initializer_list<WORD> keys) {
+        return TypeOn(kDesks[desk - 1], keys);
+    }
+};
+
+TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndEveryHotKeyWorksOnEveryDesktop) {
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(InputDesktop(), L"Default");
+    for (const int desk : {3, 1, 4, 2, 1}) {
+        const RunResult switched = Ctl(L"switch " + std::to_wstring(desk));
+        if (DesktopsSwitch() || desk == 1) {
+            EXPECT_EQ(switched.exitCode, 0u) << switched.output;
+            EXPECT_EQ(InputDesktop(), kDesks[desk - 1]);
+        } else {
+            EXPECT_EQ(switched.exitCode, 4u) << "Wine 8 does not switch: " << switched.output;
+            EXPECT_NE(switched.output.find("still shows Default"), std::string::npos)
+                << switched.output;
+        }
+    }
+    // From each desktop to each other by its hotkey, and back by "previous".
+    for (int from = 1; from <= 4; ++from) {
+        if (from > 1) {
+            ASSERT_TRUE(Type(from - 1, {VK_CONTROL, VK_MENU, kNumPad[from]}));
+            ASSERT_TRUE(Shown(from));
+        }
+        for (int to = 1; to <= 4; ++to) {
+            if (to == from) continue;
+            ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, kNumPad[to]})) << from << " to " << to;
+            ASSERT_TRUE(Shown(to)) << "Ctrl+Alt+NumPad " << to << " typed on desktop " << from;
+            ASSERT_TRUE(Type(to, {VK_CONTROL, VK_MENU, VK_BACK}));
+            ASSERT_TRUE(Shown(from)) << "Ctrl+Alt+Backspace typed on desktop " << to;
+        }
+    }
+}
+
+TEST_F(UsersDay, ThePreviewOpensOnItsDesktopAndAKeyInItShowsTheChosenDesktop) {
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));
+    ASSERT_TRUE(Shown(3));
+    ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, VK_ADD}));
+    ASSERT_TRUE(Within(5000, [] { return WindowOn(L"desk3", L"Zelkova2Preview"); }));
+    ::Sleep(300);  // it takes the keyboard
+    ASSERT_TRUE(Type(3, {'2'}));
+    EXPECT_TRUE(Shown(2));
+    EXPECT_TRUE(Within(2000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
+}
+
+TEST_F(UsersDay, AHotKeySetByTheControlToolWorksOnAnotherDesktopWithoutARestart) {
+    ASSERT_TRUE(Start());
+    const RunResult set = Ctl(L"hotkey set 1 Ctrl+Shift+F9");
+    EXPECT_EQ(set.exitCode, 0u) << set.output;
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD2}));
+    ASSERT_TRUE(Shown(2));
+    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_SHIFT, VK_F9}));
+    EXPECT_TRUE(Shown(1)) << "the new combination, typed on desktop 2";
+}
+
+TEST_F(UsersDay, ShutdownLeavesTheShownDesktopAndARestartFromDesk3EndsOnDefault) {
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));
+    ASSERT_TRUE(Shown(3));
+    const RunResult restarted = Ctl(L"restart", L"desk3");
+    EXPECT_EQ(restarted.exitCode, 0u) << restarted.output;
+    EXPECT_EQ(InputDesktop(), L"Default") << "desktop 1 stays within reach";
+    ASSERT_TRUE(Within(30000, [] { return CompanionCount() == 9; }));
+    ::Sleep(500);
+
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));
+    ASSERT_TRUE(Shown(3));
+    const RunResult ended = Ctl(L"shutdown", L"desk3");
+    EXPECT_EQ(ended.exitCode, 0u) << ended.output;
+    EXPECT_TRUE(Within(5000, [] { return CompanionCount() == 0; })) << "no companion is left";
+    if (DesktopsSwitch()) {
+        EXPECT_EQ(InputDesktop(), L"desk3") << "the shown desktop stays shown";
+    }
+}
+
+TEST_F(UsersDay, TheControlToolSaysClearlyWhenNothingRunsOrTheInputIsBad) {
+    const RunResult switched = Ctl(L"switch 2");
+    EXPECT_EQ(switched.exitCode, 1u);
+    EXPECT_EQ(switched.output, "Zelkova2 is not running\r\n") << "a console line on Windows";
+    const RunResult bad = Ctl(L"hotkey set 2 Ctrl+Alt+Banana");
+    EXPECT_EQ(bad.exitCode, 2u);
+    EXPECT_NE(bad.output.find("unknown key 'Banana'"), std::string::npos) << bad.output;
+}
+
+void AppendToLog(const std::string& line) {
+    const HANDLE file = ::CreateFileW(support::LogPath().c_str(), FILE_APPEND_DATA, FILE_SHARE_READ,
+                                      nullptr, OPEN_ALWAYS, 0, nullptr);
+    DWORD written = 0;
+    ::WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    ::CloseHandle(file);
+}
+
+std::wstring ReporterText(HWND reporter) {
+    const HWND edit = ::FindWindowExW(reporter, nullptr, L"EDIT", nullptr);
+    wchar_t text[8192] = {};
+    ::SendMessageW(edit, WM_GETTEXT, 8192, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOne) {
+    AppendToLog("11/22/2026 1:00:00 PM Zelkova: an older line\r\n");
+    AppendToLog("11/22/2026 1:00:01 PM Zelkova: the newest line\r\n");
+    const std::wstring reporter = support::ProgramFolder() + L"\\ZelkovaError.exe";
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    PROCESS_INFORMATION first{};
+    ASSERT_TRUE(::CreateProcessW(reporter.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                                 nullptr, &si, &first));
+    HWND window = nullptr;
+    ASSERT_TRUE(Within(10000, [&] {
+        window = ::FindWindowW(L"Zelkova2ErrorReporter", nullptr);
+        return window != nullptr && !ReporterText(window).empty();
+    }));
+    const std::wstring text = ReporterText(window);
+    EXPECT_LT(text.find(L"the newest line"), text.find(L"an older line"));
+
+    AppendToLog("11/22/2026 1:00:02 PM Zelkova: one more line\r\n");
+    EXPECT_EQ(support::RunProgram(reporter, L"").exitCode, 0u) << "the second start ends at once";
+    EXPECT_EQ(ProcessesNamed({L"ZelkovaError.exe"}).size(), 1u);
+    EXPECT_TRUE(Within(5000, [&] {
+        const std::wstring now = ReporterText(window);
+        return now.find(L"one more line") < now.find(L"the newest line");
+    })) << "the open reporter was refreshed";
+    ::PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(::WaitForSingleObject(first.hProcess, 5000), WAIT_OBJECT_0);
+    ::CloseHandle(first.hProcess);
+    ::CloseHandle(first.hThread);
+}
+
+}  // namespace
+}  // namespace zk
