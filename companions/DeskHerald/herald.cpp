@@ -4,6 +4,7 @@
 #include "common/companion_settings.h"
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
+#include "diagnostics/win_api_error.h"
 #include "platform/module_path.h"
 #include "signals/protocol.h"
 
@@ -39,9 +40,10 @@ void Herald::Start() {
 // logs it once, and every tray shows it.
 void Herald::NoteMissingPrograms() {
     if (os_.GetFileAttributesW(ProgramPath(os_, Program::Pilot)) != InvalidFileAttributes) return;
-    const bool known = (state_.Block().missing & kPilotMissing) != 0;
-    state_.Block().missing |= kPilotMissing;
-    if (desk_ != 1 || known) return;
+    std::uint32_t& missing = state_.Block().missing;
+    missing |= kPilotMissing;
+    if (desk_ != 1 || (missing & kMissingLogged) != 0) return;
+    missing |= kMissingLogged;
     ErrLog log(os_);
     log.LogError(u"Zelkova: " + Text(kPilotFileName) + u" is missing from " +
                  ExecutableFolder(os_) + u": the hotkeys and the preview do not work.");
@@ -92,7 +94,10 @@ void Herald::StartProgram(const char16_t* fileName) {
     const Text path = ExecutableFolder(os_) + u"\\" + fileName;
     StartupInfo si;
     ProcessInformation pi;
-    if (!os_.CreateProcessW(path, u" ", false, 0, si, pi)) return;
+    if (!os_.CreateProcessW(path, u" ", false, 0, si, pi)) {
+        shell_.Tell(path + u" could not be started: " + ApiErrorText(os_, os_.GetLastError()));
+        return;
+    }
     (void)os_.CloseHandle(pi.hProcess);
     (void)os_.CloseHandle(pi.hThread);
 }

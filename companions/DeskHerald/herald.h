@@ -28,6 +28,8 @@ class Herald {
         virtual void TrayChanged() = 0;
         // Asks the user; true for yes, false for no, nothing to cancel.
         virtual std::optional<bool> Ask(const Text& question) = 0;
+        // Tells the user what went wrong with what they asked for.
+        virtual void Tell(const Text& message) = 0;
     };
     enum WakeKind { kShown = 1, kControllerEnded, kWatchPilot, kWatchBridge };
 

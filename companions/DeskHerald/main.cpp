@@ -28,6 +28,10 @@ class HeraldShell final : public Herald::Shell {
         if (answer == IDCANCEL) return std::nullopt;
         return answer == IDYES;
     }
+    void Tell(const Text& message) override {
+        ::MessageBoxW(tray_.Window(), reinterpret_cast<const wchar_t*>(message.c_str()),
+                      L"Zelkova2", MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
+    }
 
   private:
     BannerWindow banner_;

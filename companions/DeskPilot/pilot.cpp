@@ -1,6 +1,9 @@
 #include "DeskPilot/pilot.h"
 
+#include "desktop/companions.h"
+#include "diagnostics/err_log.h"
 #include "platform/handles.h"
+#include "platform/module_path.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {
@@ -39,6 +42,21 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     (void)os.SetTimer(window_, kCaptureSoon, kMoment);
     (void)os.SetTimer(window_, kCaptureAgain, kHalfMinute);
     AnnounceSelf(os, state_, signals_, PilotSlot(desk));
+    if (desk == 1) NoteMissingHerald();
+}
+
+// Without the heralds' program there is no bridge, no banner and no tray: nothing switches, and
+// the switcher of desktop 1 is the one left to say so.
+void Pilot::NoteMissingHerald() {
+    if (os_.GetFileAttributesW(ProgramPath(os_, Program::Herald)) != InvalidFileAttributes) return;
+    std::uint32_t& missing = state_.Block().missing;
+    missing |= kHeraldMissing;
+    if ((missing & kMissingLogged) != 0) return;
+    missing |= kMissingLogged;
+    ErrLog log(os_);
+    log.LogError(u"Zelkova: " + Text(kHeraldFileName) + u" is missing from " +
+                 ExecutableFolder(os_) + u": Zelkova2 cannot switch desktops.");
+    log.StartErrorReporter();
 }
 
 Pilot::~Pilot() {

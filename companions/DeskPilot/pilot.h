@@ -51,6 +51,7 @@ class Pilot {
 
   private:
     [[nodiscard]] bool OwnDesktopShown();
+    void NoteMissingHerald();
     void OpenPreview();
 
     Os& os_;

@@ -24,13 +24,14 @@ inline constexpr int kCompanionSlots = 9;
 
 inline constexpr std::uint32_t kPilotMissing = 1;
 inline constexpr std::uint32_t kHeraldMissing = 2;
+inline constexpr std::uint32_t kMissingLogged = 4;  // the log has been told once
 
 struct SharedBlock {
     std::uint32_t controllerId;
     std::int16_t current;   // 0 until the first switch command: the controller starts on 1
     std::int16_t previous;  // 0 while there has been no switch
     std::uint32_t companions[kCompanionSlots];
-    std::uint32_t missing;  // kPilotMissing | kHeraldMissing
+    std::uint32_t missing;  // kPilotMissing | kHeraldMissing | kMissingLogged
 };
 
 class SharedState {

@@ -1,0 +1,116 @@
+// The companions' smaller parts: their command line, the log's entries as the reporter shows
+// them, where things go on the screen and what the tray icon looks like, and the start.
+
+#include <gtest/gtest.h>
+
+#include "ZelkovaError/reporter_view.h"
+#include "common/appearance.h"
+#include "common/companion_args.h"
+#include "common/launcher.h"
+#include "companions/companion_session.h"
+
+namespace zk::companion {
+namespace {
+
+using testing::CompanionSession;
+
+TEST(CompanionArgs, TakeTheDesktopAndTheControllerFromTheEndOfTheLine) {
+    struct Case {
+        std::u16string_view line;
+        int desk;
+        std::uint32_t controller;
+    };
+    const Case cases[] = {{u" 2", 2, 0},
+                          {u" 5", 5, 0},
+                          {u" 3 4711", 3, 4711},
+                          {u"\"C:\\Zelkova 2\\DeskPilot.exe\" 4", 4, 0},
+                          {u"C:\\Zelkova 2\\DeskPilot.exe 1 88", 1, 88},
+                          {u" 6", 0, 0},
+                          {u" 0", 0, 0},
+                          {u" 2 0", 0, 0},
+                          {u" x", 0, 0},
+                          {u"", 0, 0},
+                          {u" 12345678901", 0, 0}};
+    for (const Case& c : cases) {
+        const CompanionArgs args = ParseCompanionArgs(c.line);
+        EXPECT_EQ(args.desk, c.desk) << std::string(c.line.begin(), c.line.end());
+        EXPECT_EQ(args.controllerId, c.controller);
+    }
+    EXPECT_EQ(ParseCompanionArgs(CompanionCommandLine(3, 77)).controllerId, 77u);
+}
+
+TEST(ReporterView, ShowsTheNewestEntryFirstAndSaysWhenTheLogCannotBeWritten) {
+    CompanionSession s(u"ZelkovaError.exe", u"Default");
+    const Text log = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";
+    EXPECT_EQ(MakeReporterView(s.os).text, kNothingLogged);
+    s.os.AddFile(log,
+                 "1/1/2026 1:00:00 PM Zelkova: first (Access is denied.\r\n)\r\n"
+                 "1/1/2026 1:00:01 PM Zelkova: second\r\n");
+    const ReporterView view = MakeReporterView(s.os);
+    EXPECT_EQ(view.text,
+              u"1/1/2026 1:00:01 PM Zelkova: second\r\n"
+              u"1/1/2026 1:00:00 PM Zelkova: first (Access is denied.\r\n)\r\n");
+    EXPECT_EQ(view.logPath, log);
+    s.os.MakeUnwritable(log);
+    const Text text = MakeReporterView(s.os).text;
+    EXPECT_EQ(text.find(u"Zelkova2 cannot write its error log " + log + u": Access is denied.\r\n"),
+              0u);
+    EXPECT_NE(text.find(u"Zelkova: second"), Text::npos) << "what was logged before still shows";
+}
+
+TEST(Appearance, ThePreviewFitsTheScreenAtEveryDpiAndEachTileAnswersForItsDesktop) {
+    for (const auto& [dpi, width, height] :
+         {std::tuple{96, 1280, 800}, std::tuple{192, 3840, 2160}, std::tuple{144, 1024, 768},
+          std::tuple{96, 640, 480}}) {
+        const PreviewLayout layout = LayOutPreview(dpi, width, height);
+        EXPECT_GE(layout.window.left, 0) << dpi << " " << width;
+        EXPECT_LE(layout.window.right, width);
+        EXPECT_NEAR(layout.tiles[0].Width() * 10, layout.tiles[0].Height() * 16, 16) << "16:10";
+        for (int desk = 1; desk <= 4; ++desk) {
+            const Rect& t = layout.tiles[desk - 1];
+            EXPECT_EQ(TileAt(layout, t.left, t.top), desk);
+            EXPECT_EQ(TileAt(layout, t.right - 1, layout.labels[desk - 1].bottom - 1), desk);
+            EXPECT_EQ(TileAt(layout, t.left - 1, t.top), 0) << "the margin between tiles";
+        }
+    }
+    EXPECT_EQ(LayOutPreview(96, 1280, 800).tiles[0].Width(), 192);
+    EXPECT_EQ(LayOutPreview(144, 1920, 1080).tiles[0].Width(), 288) << "scaled, not stretched";
+    EXPECT_EQ(PreviewLabel(2, u"Mail", true), u"2  Mail  (shown)");
+    EXPECT_EQ(BannerRect(192, 3840, 2160).Width(), 560);
+}
+
+TEST(Appearance, TheTrayIconIsARoundedTileInTheDesktopsColourWithItsNumberInWhite) {
+    for (const int size : {16, 20, 24, 32}) {
+        const int big = size * kSupersample;
+        std::vector<std::uint8_t> glyph(static_cast<std::size_t>(big) * big, 0);
+        for (int y = big / 4; y < big * 3 / 4; ++y)  // a bar where the number would be
+            for (int x = big / 2 - kSupersample; x < big / 2 + kSupersample; ++x)
+                glyph[y * big + x] = 255;
+        const auto pixels = TrayIconPixels(size, 3, glyph);
+        ASSERT_EQ(pixels.size(), static_cast<std::size_t>(size * size));
+        EXPECT_EQ(pixels[0] >> 24, 0u) << "the corner is round";
+        const std::uint32_t inside = pixels[size / 4 * size + size / 4];
+        EXPECT_EQ(inside >> 24, 255u);
+        const Rgb fill = DesktopColour(3);
+        EXPECT_EQ((inside >> 16) & 0xFF, fill.r);
+        EXPECT_EQ(inside & 0xFF, fill.b);
+        EXPECT_EQ(pixels[size / 2 * size + size / 2] & 0xFFFFFF, 0xFFFFFFu) << "the number";
+    }
+}
+
+TEST(Launcher, ShowsDefaultFirstStartsTheControllerThereAndWaitsForItsCompanions) {
+    CompanionSession s(u"zelkovactl.exe", u"desk3");
+    s.os.EndProcess(s.controller);  // no Zelkova2 runs
+    s.os.ShowDesktopInOtherProcess(u"desk3");
+    EXPECT_EQ(StartZelkova(s.os, 2000).result, LaunchResult::NoAnswer) << "nothing came up";
+    EXPECT_EQ(s.os.InputDesktopName(), u"Default");
+    ASSERT_EQ(s.os.StartedProcesses().size(), 1u);
+    const auto& started = s.os.StartedProcesses()[0];
+    EXPECT_EQ(started.image, testing::kFolder + u"\\Zelkova2.exe");
+    EXPECT_EQ(started.startupInfo.lpDesktop, u"Default");
+    EXPECT_LT(*s.os.journal().Find("SwitchDesktop"), *s.os.journal().Find("CreateProcessW"));
+    EXPECT_EQ(StartZelkova(s.os, 2000).result, LaunchResult::AlreadyRunning);
+}
+
+}  // namespace
+}  // namespace zk::companion

@@ -1,0 +1,193 @@
+// The herald of a desktop on the simulated session: the banner, the tray's tooltip, menu and
+// commands, the start-up programs, and the switcher it keeps running.
+
+#include "DeskHerald/herald.h"
+
+#include <gtest/gtest.h>
+
+#include "DeskHerald/startup_programs.h"
+#include "companions/companion_session.h"
+
+namespace zk::companion {
+namespace {
+
+using testing::CompanionSession;
+using testing::kFolder;
+
+const Text kLog = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";
+const std::vector<std::string> kSignals = {"SwitchToDesktop1", "SwitchToDesktop2",
+                                           "SwitchToDesktop3", "SwitchToDesktop4",
+                                           "Shutdown",         "ShowPreviewSwitcher3"};
+
+struct FakeShell final : Herald::Shell {
+    void ShowBanner(const Text& name) override { banners.push_back(name); }
+    void TrayChanged() override { ++trayChanges; }
+    std::optional<bool> Ask(const Text& question) override {
+        questions.push_back(question);
+        return answer;
+    }
+    void Tell(const Text& message) override { told.push_back(message); }
+    std::vector<Text> told;
+    std::vector<Text> banners, questions;
+    int trayChanges = 0;
+    std::optional<bool> answer;
+};
+
+class HeraldTest : public ::testing::Test {
+  protected:
+    explicit HeraldTest(int desk = 3) : desk_(desk) {}
+    Herald& Make(int desk) {
+        s_.os.StartOnDesktop(desk == 1 ? Text(u"Default") : u"desk" + DecimalText(desk));
+        herald_ = std::make_unique<Herald>(s_.os, desk, controller_, shell_);
+        return *herald_;
+    }
+    bool Pump() {
+        return s_.os.RunMessageLoop([&] {
+            herald_->Run();
+            return 0;
+        }) == 0;
+    }
+
+    int desk_;
+    CompanionSession s_{u"DeskHerald.exe", u"Default"};
+    ControllerProcess controller_{s_.os, 0};
+    FakeShell shell_;
+    std::unique_ptr<Herald> herald_;
+};
+
+TEST_F(HeraldTest, NamesItsDesktopInTheBannerWhenItIsShownUnlessTheBannerIsOff) {
+    Herald& herald = Make(3);
+    s_.SetText(u"Software\\Zelkova\\Desktop3", u"Name", u"Mail");
+    s_.Raise("Switcher3Update3");
+    EXPECT_FALSE(Pump());
+    s_.SetDword(u"Software\\Zelkova", u"ShowBanner", 0);
+    s_.Raise("Switcher3Update3");
+    EXPECT_FALSE(Pump());
+    EXPECT_EQ(shell_.banners, std::vector<Text>{u"Mail"});
+    EXPECT_EQ(herald.Tooltip(), u"Zelkova2 \u2014 desktop 3: Mail");
+    s_.os.EndProcess(s_.controller);
+    EXPECT_TRUE(Pump()) << "it ends with its controller";
+}
+
+TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsACommand) {
+    Herald& herald = Make(3);
+    s_.SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"Web");
+    std::vector<Text> labels;
+    std::vector<bool> checked;
+    for (const auto& item : herald.Menu()) {
+        labels.push_back(item.label);
+        checked.push_back(item.checked);
+    }
+    EXPECT_EQ(labels, (std::vector<Text>{u"&1  Desktop 1", u"&2  Web", u"&3  Desktop 3",
+                                         u"&4  Desktop 4", u"&Preview", u"&Settings\u2026",
+                                         u"Error &log\u2026", u"E&xit Zelkova2"}));
+    EXPECT_EQ(checked, (std::vector<bool>{false, false, true, false, false, false, false, false}));
+
+    struct Case {
+        TrayCommand command;
+        std::optional<bool> answer;
+        std::vector<std::string> raised;
+    };
+    const Case cases[] = {
+        {TrayCommand::ShowDesktop1, {}, {"SwitchToDesktop1"}},
+        {static_cast<TrayCommand>(4), {}, {"SwitchToDesktop4"}},
+        {TrayCommand::Preview, {}, {"ShowPreviewSwitcher3"}},
+        {TrayCommand::Exit, std::nullopt, {}},  // cancelled
+        {TrayCommand::Exit, false, {"Shutdown"}},
+        {TrayCommand::Exit, true, {"SwitchToDesktop1", "Shutdown"}},
+    };
+    for (const Case& c : cases) {
+        shell_.answer = c.answer;
+        herald.Command(c.command);
+        EXPECT_EQ(s_.Taken(kSignals), c.raised) << static_cast<int>(c.command);
+    }
+    EXPECT_EQ(shell_.questions.size(), 3u);
+    EXPECT_NE(shell_.questions[0].find(u"stay on desktop 3"), Text::npos);
+    s_.os.AddFile(kFolder + u"\\ZelkovaError.exe");
+    herald.Command(TrayCommand::ErrorLog);
+    herald.Command(TrayCommand::Settings);  // not there
+    ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
+    EXPECT_EQ(s_.os.StartedProcesses()[0].applicationName, kFolder + u"\\ZelkovaError.exe");
+    ASSERT_EQ(shell_.told.size(), 1u);
+    EXPECT_NE(
+        shell_.told[0].find(u"ZelkovaSettings.exe could not be started: The system cannot find"),
+        Text::npos);
+}
+
+TEST_F(HeraldTest, ExitOnDesktop1ShutsDownWithoutAQuestion) {
+    Make(1).Command(TrayCommand::Exit);
+    EXPECT_TRUE(shell_.questions.empty());
+    EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"Shutdown"});
+}
+
+TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceWithReferencesExpandedOrTheShell) {
+    struct Case {
+        std::vector<Text> stored;  // empty: no key
+        bool off;
+        bool windowShown;
+        std::vector<Text> started;
+    };
+    const Case cases[] = {
+        {{}, false, false, {u"explorer.exe"}},
+        {{u"notepad.exe", u"%SystemRoot%\\calc.exe"},
+         false,
+         false,
+         {u"notepad.exe", u"C:\\Windows\\calc.exe"}},
+        {{u"notepad.exe"}, true, false, {}},
+        {{u"notepad.exe"}, false, true, {}},  // an earlier run started them
+    };
+    for (const Case& c : cases) {
+        CompanionSession s(u"DeskHerald.exe", u"desk2");
+        s.os.AddFile(u"C:\\Windows\\calc.exe");
+        s.os.AddFile(u"C:\\Windows\\notepad.exe");
+        s.os.AddFile(u"C:\\Windows\\explorer.exe");
+        s.os.SetCurrentDirectory(u"C:\\Windows");
+        for (std::size_t i = 0; i < c.stored.size(); ++i)
+            s.SetText(u"Software\\Zelkova\\Desktop2\\Programs", DecimalText(i + 1), c.stored[i]);
+        if (c.off) s.SetDword(u"Software\\Zelkova\\Desktop2", u"StartPrograms", 0);
+        if (c.windowShown) {
+            (void)s.os.RegisterClassW(u"W", nullptr, s.os.GetModuleHandleW());
+            (void)s.os.CreateWindowExW(0, u"W", u"w", 0x10000000, nullptr, s.os.GetModuleHandleW());
+        }
+        Registry registry(s.os);
+        EXPECT_EQ(StartStartupPrograms(s.os, registry, 2), static_cast<int>(c.started.size()));
+        std::vector<Text> started;
+        for (const auto& p : s.os.StartedProcesses()) {
+            started.push_back(p.commandLine);
+            EXPECT_EQ(p.startupInfo.lpDesktop, u"desk2");
+        }
+        EXPECT_EQ(started, c.started);
+    }
+}
+
+TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShown) {
+    Herald& herald = Make(2);
+    const std::uint32_t pilot = s_.os.AddOtherProcess(u"DeskPilot.exe", s_.controller);
+    SharedState(s_.os, s_.controller).Block().companions[PilotSlot(2)] = pilot;
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".1");
+    EXPECT_FALSE(Pump());
+    for (int death = 0; death < 7; ++death) {  // one that keeps dying is given up after five
+        const auto& started = s_.os.StartedProcesses();
+        s_.os.EndProcess(started.empty() ? pilot : started.back().processId);
+        EXPECT_FALSE(Pump());
+    }
+    ASSERT_EQ(s_.os.StartedProcesses().size(), 5u);
+    EXPECT_EQ(s_.os.StartedProcesses()[0].commandLine, u" 2 " + DecimalText(s_.controller));
+    EXPECT_EQ(s_.os.StartedProcesses()[0].startupInfo.lpDesktop, u"desk2");
+    EXPECT_NE(s_.os.FileText(kLog).find("DeskPilot.exe 2 kept ending"), std::string::npos);
+
+    s_.os.RemoveFile(kFolder + u"\\DeskPilot.exe");
+    herald.Start();  // herald 2: shows it, does not log it
+    EXPECT_NE(herald.Tooltip().find(u"DeskPilot.exe is missing"), Text::npos);
+    Herald first(s_.os, 1, controller_, shell_);
+    first.Start();
+    first.Start();
+    const std::string log = s_.os.FileText(kLog);
+    EXPECT_EQ(log.find("DeskPilot.exe is missing"), log.rfind("DeskPilot.exe is missing"));
+    EXPECT_NE(log.find("DeskPilot.exe is missing from C:\\Program Files\\Zelkova2"),
+              std::string::npos);
+    EXPECT_TRUE(s_.os.journal().Find("CreateProcessW", "ZelkovaError.exe ]")) << "the reporter";
+}
+
+}  // namespace
+}  // namespace zk::companion

@@ -1,0 +1,163 @@
+// The switcher on the simulated session: its hotkeys where the system lets it hold them, what
+// a signal or a key means, and when it takes pictures.
+
+#include "DeskPilot/pilot.h"
+
+#include <gtest/gtest.h>
+
+#include "companions/companion_session.h"
+
+namespace zk::companion {
+namespace {
+
+using testing::CompanionSession;
+
+constexpr std::uint32_t kCtrlAlt = 3;
+const std::vector<std::string> kCommands = {"SwitchToDesktop1", "SwitchToDesktop2",
+                                            "SwitchToDesktop3", "SwitchToDesktop4"};
+
+struct FakeShell final : Pilot::Shell {
+    void ShowPreview() override { calls.push_back("show"); }
+    void HidePreview() override { calls.push_back("hide"); }
+    void Capture() override { calls.push_back("capture"); }
+    std::vector<std::string> calls;
+};
+
+Pilot* g_pilot = nullptr;
+
+Lresult ZK_CALLBACK PilotProcedure(Hwnd, std::uint32_t message, Wparam wParam, Lparam) {
+    if (g_pilot != nullptr && message == WmHotKey) g_pilot->HotKey(static_cast<int>(wParam));
+    if (g_pilot != nullptr && message == WmTimer) g_pilot->TimerFired(wParam);
+    return 0;
+}
+
+// The switcher of one desktop; the controller holds the six default hotkeys on "Default".
+class PilotTest : public ::testing::TestWithParam<sim::HotKeyScope> {
+  protected:
+    PilotTest() {
+        s_.os.SetHotKeyScope(GetParam());
+        for (const std::uint32_t key : {0x61, 0x62, 0x63, 0x64, 0x08, 0x6B})
+            EXPECT_TRUE(s_.os.HoldHotKeyInOtherProcess(kCtrlAlt, key, Text(u"Default")));
+    }
+    // The switcher of desktop N, started there with its window.
+    void Start(int desk) {
+        s_.os.StartOnDesktop(desk == 1 ? Text(u"Default") : u"desk" + DecimalText(desk));
+        (void)s_.os.RegisterClassW(u"Pilot", &PilotProcedure, s_.os.GetModuleHandleW());
+        window_ =
+            s_.os.CreateWindowExW(0, u"Pilot", u"pilot", 0, nullptr, s_.os.GetModuleHandleW());
+        pilot_ = std::make_unique<Pilot>(s_.os, desk, controller_, window_, shell_);
+        g_pilot = pilot_.get();
+    }
+    ~PilotTest() override { g_pilot = nullptr; }
+    void Pump() {
+        (void)s_.os.RunMessageLoop([&] {
+            pilot_->Run();
+            return 0;
+        });
+    }
+    int Held() const {
+        int held = 0;
+        for (int id = 1; id <= 6; ++id)
+            held += pilot_->HotKeysHeld().HotKeyOk[id] != 0 ? 1 : 0;
+        return held;
+    }
+
+    CompanionSession s_{u"DeskPilot.exe", u"Default"};
+    ControllerProcess controller_{s_.os, 0};
+    Hwnd window_ = nullptr;
+    FakeShell shell_;
+    std::unique_ptr<Pilot> pilot_;
+};
+
+TEST_P(PilotTest, HoldsTheHotKeysOnItsDesktopWhereTheSystemLetsItAndIsSilentWhereNot) {
+    Start(2);
+    const bool perDesktop = GetParam() == sim::HotKeyScope::Desktop;
+    EXPECT_EQ(Held(), perDesktop ? 6 : 0);
+    EXPECT_EQ(s_.os.FileText(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt"), "");
+    EXPECT_TRUE(s_.os.StartedProcesses().empty()) << "no reporter";
+}
+
+TEST_P(PilotTest, AHotKeyOrASignalAsksForItsDesktopAtOnceWithoutAPicture) {
+    Start(2);
+    s_.os.ShowDesktopInOtherProcess(u"desk2");
+    if (GetParam() == sim::HotKeyScope::Desktop) {
+        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x63));
+        Pump();
+        EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop3"});
+    }
+    s_.Raise("Switcher2SwitchTo4");  // the controller's hotkey, where it holds them
+    Pump();
+    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop4"});
+    EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "capture"), 0);
+    EXPECT_EQ(shell_.calls.back(), "hide");
+}
+
+TEST_P(PilotTest, PreviousGoesToTheDesktopTheBridgeSawBeforeAndThePreviewOpensWithAPicture) {
+    Start(3);
+    pilot_->HotKey(5);
+    EXPECT_TRUE(s_.Taken(kCommands).empty()) << "no desktop was shown before";
+    SharedState(s_.os, s_.controller).RecordSwitch(3);  // from 1 to 3, as the bridge saw it
+    pilot_->HotKey(5);
+    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop1"});
+    s_.os.ShowDesktopInOtherProcess(u"desk3");
+    pilot_->HotKey(6);
+    s_.Raise("ShowPopupSwitcher3");
+    Pump();
+    EXPECT_EQ(shell_.calls,
+              (std::vector<std::string>{"hide", "capture", "show", "capture", "show"}));
+}
+
+TEST_P(PilotTest, ReadRegReregistersOnlyTheHotKeysWhoseValuesChanged) {
+    Start(4);
+    s_.SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x78);
+    s_.SetDword(u"Software\\Zelkova", u"Desktop2KeyMod", 6);
+    const int before = s_.os.journal().Count("RegisterHotKey");
+    s_.Raise("ReadRegSwitcher4");
+    Pump();
+    EXPECT_EQ(s_.os.journal().Count("RegisterHotKey"), before + 1);
+    EXPECT_NE(s_.os.journal().Details("RegisterHotKey").back().find("id 2 mod 6 vk 120"),
+              std::string::npos);
+}
+
+TEST_P(PilotTest, PicturesComeAMomentAfterTheDesktopIsShownAndEveryHalfMinuteWhileItStays) {
+    Start(2);
+    s_.os.AdvanceTime(Pilot::kMoment);
+    Pump();
+    EXPECT_TRUE(shell_.calls.empty()) << "desktop 2 is not shown";
+    s_.os.ShowDesktopInOtherProcess(u"desk2");
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
+    Pump();
+    s_.os.AdvanceTime(Pilot::kMoment);
+    Pump();
+    s_.os.AdvanceTime(Pilot::kHalfMinute);
+    Pump();
+    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"capture", "capture"}));
+    s_.os.ShowDesktopInOtherProcess(u"Default");
+    for (int i = 0; i < 3; ++i) {
+        s_.os.AdvanceTime(Pilot::kHalfMinute);
+        Pump();
+    }
+    EXPECT_EQ(shell_.calls.size(), 2u) << "none while another desktop is shown";
+}
+
+TEST_P(PilotTest, TheSwitcherOfDesktop1SaysOnceThatTheHeraldsProgramIsMissing) {
+    s_.os.RemoveFile(testing::kFolder + u"\\DeskHerald.exe");
+    Start(1);
+    Pilot again(s_.os, 1, controller_, window_, shell_);
+    const std::string log = s_.os.FileText(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt");
+    EXPECT_NE(log.find("Zelkova: DeskHerald.exe is missing from C:\\Program Files\\Zelkova2: "
+                       "Zelkova2 cannot switch desktops."),
+              std::string::npos);
+    EXPECT_EQ(log.find("is missing"), log.rfind("is missing")) << "once";
+    EXPECT_TRUE(s_.os.journal().Find("CreateProcessW", "ZelkovaError.exe ]")) << "the reporter";
+}
+
+INSTANTIATE_TEST_SUITE_P(BothScopes, PilotTest,
+                         ::testing::Values(sim::HotKeyScope::Session, sim::HotKeyScope::Desktop),
+                         [](const auto& info) {
+                             return info.param == sim::HotKeyScope::Session ? "SessionWide"
+                                                                            : "PerDesktop";
+                         });
+
+}  // namespace
+}  // namespace zk::companion
