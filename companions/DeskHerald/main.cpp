@@ -8,6 +8,7 @@
 #include "DeskHerald/tray_icon.h"
 #include "common/companion_args.h"
 #include "diagnostics/err_log.h"
+#include "launch/entry_points.h"
 #include "platform/win32/win32_os.h"
 
 using namespace zk;
@@ -40,7 +41,7 @@ class HeraldShell final : public Herald::Shell {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+ZK_ENTRY int ZkDeskHerald(int) {
     Win32Os os;
     ProcessContext context(
         os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: DeskHerald: " + what); });

@@ -11,6 +11,7 @@
 #include "common/win32_handles.h"
 #include "common/window_base.h"
 #include "diagnostics/err_log.h"
+#include "launch/entry_points.h"
 #include "platform/win32/win32_os.h"
 
 using namespace zk;
@@ -93,7 +94,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+ZK_ENTRY int ZkDeskPilot(int) {
     Win32Os os;
     ProcessContext context(
         os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: DeskPilot: " + what); });

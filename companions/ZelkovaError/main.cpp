@@ -11,6 +11,7 @@
 #include "common/appearance.h"
 #include "common/win32_handles.h"
 #include "common/window_base.h"
+#include "launch/entry_points.h"
 #include "platform/handles.h"
 #include "platform/win32/win32_os.h"
 
@@ -166,7 +167,7 @@ class ReporterWindow final : public WindowBase<ReporterWindow> {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show) {
+ZK_ENTRY int ZkZelkovaError(int show) {
     Win32Os os;
     ProcessContext context(os);
     // One reporter at a time: a later start refreshes the open one.

@@ -11,6 +11,7 @@
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
+#include "launch/entry_points.h"
 #include "platform/win32/win32_os.h"
 
 using namespace zk;
@@ -174,7 +175,8 @@ int StartFromLogOn(Os& os) {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int show) {
+ZK_ENTRY int ZkZelkovaSettings(int show) {
+    const wchar_t* commandLine = ::GetCommandLineW();
     Win32Os os;
     ProcessContext context(
         os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: ZelkovaSettings: " + what); });

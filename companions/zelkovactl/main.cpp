@@ -2,6 +2,7 @@
 // as UTF-8; the output goes to the console, or to a file or pipe as it is.
 #include <windows.h>
 
+#include "launch/entry_points.h"
 #include "platform/win32/win32_os.h"
 #include "zelkovactl/ctl.h"
 
@@ -30,7 +31,7 @@ class HandleOutput final : public zk::ctl::Output {
 
 }  // namespace
 
-int wmain(int argc, wchar_t** argv) {
+ZK_ENTRY int ZkZelkovactl(int argc, wchar_t** argv) {
     std::vector<std::string> args;
     for (int i = 1; i < argc; ++i) {
         const int n = ::WideCharToMultiByte(CP_UTF8, 0, argv[i], -1, nullptr, 0, nullptr, nullptr);
