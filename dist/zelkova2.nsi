@@ -1,7 +1,8 @@
 ; The Zelkova2 installer: per user, without administrator rights, into the user's own programs
-; folder. makensis gets ZK_VERSION, ZK_PROGRAMS (the folder of the built programs), ZK_DOCS
-; (README.txt and LICENSE.txt) and ZK_OUT (the installer to write).
-Unicode true
+; folder; a 64-bit installer for the 64-bit programs. makensis gets ZK_VERSION, ZK_PROGRAMS (the
+; folder of the built programs), ZK_DOCS (README.txt and LICENSE.txt), ZK_ICON and ZK_OUT (the
+; installer to write).
+Target amd64-unicode
 ManifestDPIAware true
 RequestExecutionLevel user
 SetCompressor /SOLID lzma

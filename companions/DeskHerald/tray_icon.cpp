@@ -91,6 +91,9 @@ void TrayIcon::Update() {
     data.uCallbackMessage = kTrayMessage;
     data.hIcon = icon_.get();
     const Text tip = herald_->Tooltip();
+    // The tray window carries the tooltip as its caption too: what a screen reader, or a test,
+    // can ask the window for.
+    ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(tip.c_str()));
     const std::size_t n = std::min(tip.size(), std::size(data.szTip) - 1);
     std::memcpy(data.szTip, tip.data(), n * sizeof(wchar_t));
     if (added_ && ::Shell_NotifyIconW(NIM_MODIFY, &data)) return;

@@ -52,6 +52,11 @@ void PreviewWindow::Show() {
     for (int d = 1; d <= 4; ++d)
         names_[d - 1] = DesktopName(registry, d);
     selected_ = shown_;
+    // The caption names the tiles, for what can read a window but not its picture.
+    Text caption = u"Zelkova2 Preview:";
+    for (int d = 1; d <= 4; ++d)
+        caption += u" " + PreviewLabel(d, names_[d - 1], d == shown_) + u";";
+    ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(caption.c_str()));
     LayOut();
     ::ShowWindow(Window(), SW_SHOW);
     ::SetForegroundWindow(Window());

@@ -161,17 +161,27 @@ int Ctl::Reload() {
     return kExitNoEffect;
 }
 
-// Done when a controller process has ended.
+// Done when a controller process has ended, and its companions with it (so that its files can
+// be replaced or removed right after).
 int Ctl::Shutdown() {
     std::vector<UniqueKernelHandle> processes;
     std::vector<Handle> handles;
+    std::vector<UniqueKernelHandle> companions;
     for (const std::uint32_t id : companion::ControllerProcessIds(os_)) {
         processes.emplace_back(os_, os_.OpenProcess(Synchronize, false, id));
         if (processes.back()) handles.push_back(processes.back().get());
+        companion::SharedState state(os_, id);
+        for (const std::uint32_t companion : state.Block().companions) {
+            if (companion != 0)
+                companions.emplace_back(os_, os_.OpenProcess(Synchronize, false, companion));
+        }
     }
     if (const int status = Signal(kShutdownCommand)) return status;
     if (!handles.empty() &&
         os_.WaitForMultipleObjects(handles, false, kEffectWithin) < WaitObject0 + handles.size()) {
+        for (const auto& companion : companions) {
+            if (companion) (void)os_.WaitForSingleObject(companion.get(), kEffectWithin);
+        }
         return kExitOk;
     }
     err_ << "zelkovactl: Zelkova2 did not end; its bridge (DeskHerald.exe 5) may not be "

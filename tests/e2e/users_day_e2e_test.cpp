@@ -1,7 +1,5 @@
-// The whole system under Wine as a user meets it: the real programs, started by the control
-// tool, driven by keys typed on each desktop and by the control tool's commands. Under Wine 10
-// the input desktop really moves; Wine 8 leaves it on "Default", so there a desktop counts as
-// shown when its herald names it in its banner.
+// A user's day with the whole system under Wine: start, commands, every hotkey on every desktop,
+// the preview, a new hotkey, shutdown and restart, the control tool's answers, the reporter.
 
 #include <windows.h>
 
@@ -9,8 +7,8 @@
 
 #include <string>
 
+#include "e2e/system_test.h"
 #include "support/recorder_file.h"
-#include "support/windows_driver.h"
 
 namespace zk {
 namespace {
@@ -19,88 +17,13 @@ using support::DesktopsSwitch;
 using support::InputDesktop;
 using support::ProcessesNamed;
 using support::RunResult;
-using support::TypeOn;
 using support::WindowOn;
 using support::Within;
 
-const wchar_t* const kDesks[] = {L"Default", L"desk2", L"desk3", L"desk4"};
-constexpr WORD kNumPad[] = {0, VK_NUMPAD1, VK_NUMPAD2, VK_NUMPAD3, VK_NUMPAD4};
-
-std::size_t CompanionCount() {
-    return ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe"}).size();
-}
-
-void EndStragglers() {
-    for (const DWORD id : ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe", L"Zelkova2.exe",
-                                          L"ZelkovaError.exe", L"ZelkovaSettings.exe"})) {
-        const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
-        if (process == nullptr) continue;
-        ::TerminateProcess(process, 99);
-        ::WaitForSingleObject(process, 5000);
-        ::CloseHandle(process);
-    }
-}
-
-void ShowDefault() {
-    const HDESK first = ::OpenDesktopW(L"Default", 0, FALSE, DESKTOP_SWITCHDESKTOP);
-    ::SwitchDesktop(first);
-    ::CloseDesktop(first);
-}
-
-class UsersDay : public ::testing::Test {
-  protected:
-    UsersDay() {
-        EndStragglers();
-        ShowDefault();
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
-        for (int d = 2; d <= 4; ++d) {  // no shell on the made desktops during tests
-            support::SetDword(L"Software\\Zelkova\\Desktop" + std::to_wstring(d), L"StartPrograms",
-                              0);
-        }
-    }
-    ~UsersDay() override {
-        EndStragglers();
-        ShowDefault();
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
-    }
-
-    static RunResult Ctl(const std::wstring& arguments, const wchar_t* desktop = nullptr) {
-        return support::RunProgram(support::ProgramFolder() + L"\\zelkovactl.exe", arguments,
-                                   desktop);
-    }
-
-    // Starts Zelkova2 as a user does, and waits until its nine companions wait for signals.
-    ::testing::AssertionResult Start(const wchar_t* from = nullptr) {
-        const RunResult started = Ctl(L"start", from);
-        if (started.exitCode != 0) {
-            return ::testing::AssertionFailure() << "zelkovactl start: " << started.output;
-        }
-        if (!Within(30000, [] { return CompanionCount() == 9; })) {
-            return ::testing::AssertionFailure() << CompanionCount() << " companions";
-        }
-        ::Sleep(500);  // the companions open their events and begin to wait
-        return ::testing::AssertionSuccess();
-    }
-
-    // Desktop N is shown: the input desktop under Wine 10; its herald's banner under Wine 8.
-    ::testing::AssertionResult Shown(int desk) {
-        const bool shown =
-            DesktopsSwitch()
-                ? Within(5000, [&] { return InputDesktop() == kDesks[desk - 1]; })
-                : Within(5000, [&] { return WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
-        if (!DesktopsSwitch()) {  // the banner must be gone before it can tell the next time
-            (void)Within(3000, [&] { return !WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
-        }
-        if (shown) return ::testing::AssertionSuccess();
-        return ::testing::AssertionFailure()
-               << "desktop " << desk << " not shown; the input desktop is "
-               << std::string(InputDesktop().begin(), InputDesktop().end());
-    }
-
-    static bool Type(int desk, std::initializer_list<WORD> keys) {
-        return TypeOn(kDesks[desk - 1], keys);
-    }
-};
+using UsersDay = e2e::SystemTest;
+using e2e::CompanionCount;
+using e2e::kDesks;
+using e2e::kNumPad;
 
 TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndEveryHotKeyWorksOnEveryDesktop) {
     ASSERT_TRUE(Start());

@@ -105,6 +105,7 @@ namespace {
 
 struct Search {
     const wchar_t* className;
+    bool mustBeShown;
     HWND found;
 };
 
@@ -115,7 +116,7 @@ BOOL CALLBACK MatchShown(HWND window, LPARAM lParam) {
     // Shown by its program: IsWindowVisible would also ask whether the desktop's own window is
     // shown, and that of a desktop other than the input desktop is not.
     if (std::wstring(className) == search->className &&
-        (::GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0) {
+        (!search->mustBeShown || (::GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0)) {
         search->found = window;
         return FALSE;
     }
@@ -124,10 +125,16 @@ BOOL CALLBACK MatchShown(HWND window, LPARAM lParam) {
 
 }  // namespace
 
-HWND WindowOn(const wchar_t* desktop, const wchar_t* className) {
+std::wstring Caption(HWND window) {
+    wchar_t text[512] = {};
+    ::GetWindowTextW(window, text, 512);
+    return text;
+}
+
+HWND WindowOn(const wchar_t* desktop, const wchar_t* className, bool mustBeShown) {
     const HDESK handle = ::OpenDesktopW(desktop, 0, FALSE, DESKTOP_READOBJECTS | DESKTOP_ENUMERATE);
     if (handle == nullptr) return nullptr;
-    Search search{className, nullptr};
+    Search search{className, mustBeShown, nullptr};
     ::EnumDesktopWindows(handle, &MatchShown, reinterpret_cast<LPARAM>(&search));
     ::CloseDesktop(handle);
     return search.found;

@@ -44,8 +44,9 @@ RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
                      const wchar_t* desktop = nullptr);
 // The folder of the programs as built (build/windows/bin).
 std::wstring ProgramFolder();
-// A window of that class on the named desktop, shown by its program.
-HWND WindowOn(const wchar_t* desktop, const wchar_t* className);
+// A window of that class on the named desktop, shown by its program (or hidden, if allowed).
+HWND WindowOn(const wchar_t* desktop, const wchar_t* className, bool mustBeShown = true);
+std::wstring Caption(HWND window);
 
 std::wstring LogPath();
 std::string LogText();

@@ -1,0 +1,171 @@
+// What a Windows user sees of Zelkova2 under Wine: the tray icon of each desktop, the settings
+// window, the desktops' names, and the installer.
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <shlobj.h>
+#include <shobjidl.h>
+
+#include "e2e/system_test.h"
+#include "support/recorder_file.h"
+
+namespace zk::e2e {
+namespace {
+
+using support::Caption;
+using support::ProcessesNamed;
+using support::RunProgram;
+using support::WindowOn;
+using support::Within;
+
+constexpr UINT kTrayMessage = WM_APP + 1;
+constexpr int kHotKey2 = 111, kStatus2 = 121, kApply = 163, kResult = 162;
+
+class Product : public SystemTest {};
+
+TEST_F(Product, EachDesktopsTrayIconNamesItAndItsMenuAndClickSwitchAndPreview) {
+    support::SetDword(L"Software\\Zelkova", L"ShowBanner", 1);
+    HKEY key = nullptr;
+    ::RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Zelkova\\Desktop3", &key);
+    ::RegSetValueExW(key, L"Name", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"Mail"), 10);
+    ::RegCloseKey(key);
+    ASSERT_TRUE(Start());
+    for (int desk = 1; desk <= 4; ++desk) {
+        const HWND tray = WindowOn(kDesks[desk - 1], L"Zelkova2Tray", false);
+        ASSERT_NE(tray, nullptr) << desk;
+        EXPECT_EQ(Caption(tray), L"Zelkova2 \u2014 desktop " + std::to_wstring(desk) +
+                                     (desk == 3 ? L": Mail" : L""));
+    }
+    // The menu of desktop 1's icon, and its access key for desktop 3.
+    ::PostMessageW(WindowOn(L"Default", L"Zelkova2Tray", false), kTrayMessage, 0, WM_CONTEXTMENU);
+    ASSERT_TRUE(Within(5000, [] { return WindowOn(L"Default", L"#32768"); })) << "the menu";
+    ::Sleep(200);
+    ASSERT_TRUE(Type(1, {'3'}));
+    EXPECT_TRUE(Shown(3));
+    // A click on desktop 3's icon opens the preview there, with the names.
+    ::PostMessageW(WindowOn(L"desk3", L"Zelkova2Tray", false), kTrayMessage, 0, NIN_SELECT);
+    HWND preview = nullptr;
+    ASSERT_TRUE(Within(5000, [&] { return (preview = WindowOn(L"desk3", L"Zelkova2Preview")); }));
+    EXPECT_NE(Caption(preview).find(L"3  Mail  (shown)"), std::wstring::npos) << Caption(preview);
+    ::Sleep(300);
+    ASSERT_TRUE(Type(3, {VK_ESCAPE}));
+    EXPECT_TRUE(Within(3000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
+}
+
+TEST_F(Product, SettingsFlagATakenCombinationAndApplyChangesAHotKeyWithoutARestart) {
+    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", L"6,122");  // another program: Ctrl+Shift+F11
+    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", L"30000");
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    PROCESS_INFORMATION holder{};
+    const Text recorder = support::RecorderPath();
+    ASSERT_TRUE(::CreateProcessW(reinterpret_cast<const wchar_t*>(recorder.c_str()), nullptr,
+                                 nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &holder));
+    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", nullptr);
+    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", nullptr);
+    ASSERT_TRUE(Start());
+    const std::wstring settings = support::ProgramFolder() + L"\\ZelkovaSettings.exe";
+    PROCESS_INFORMATION window{};
+    ASSERT_TRUE(::CreateProcessW(settings.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                                 nullptr, &si, &window));
+    HWND dialog = nullptr;
+    ASSERT_TRUE(
+        Within(10000, [&] { return (dialog = ::FindWindowW(nullptr, L"Zelkova2 settings")); }));
+    const HWND hotkey = ::GetDlgItem(dialog, kHotKey2);
+    auto type = [&](WORD key, BYTE modifiers) {  // as the hotkey control takes a combination
+        ::SendMessageW(hotkey, HKM_SETHOTKEY, MAKEWORD(key, modifiers), 0);
+        ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kHotKey2, EN_CHANGE),
+                       reinterpret_cast<LPARAM>(hotkey));
+        return Caption(::GetDlgItem(dialog, kStatus2));
+    };
+    EXPECT_NE(type(VK_F11, HOTKEYF_CONTROL | HOTKEYF_SHIFT).find(L"Another program holds"),
+              std::wstring::npos);
+    EXPECT_EQ(type(VK_NUMPAD2, HOTKEYF_CONTROL | HOTKEYF_ALT), L"") << "Zelkova2's own";
+    EXPECT_EQ(type(VK_F9, HOTKEYF_CONTROL | HOTKEYF_SHIFT), L"");
+    ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kApply, BN_CLICKED), 0);
+    EXPECT_EQ(Caption(::GetDlgItem(dialog, kResult)), L"Saved. Zelkova2 uses the new hotkeys.");
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_SHIFT, VK_F9}));
+    EXPECT_TRUE(Shown(2)) << "the new combination works without a restart";
+    ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+    EXPECT_EQ(::WaitForSingleObject(window.hProcess, 5000), WAIT_OBJECT_0);
+    ::TerminateProcess(holder.hProcess, 0);
+    for (const HANDLE h : {holder.hProcess, holder.hThread, window.hProcess, window.hThread})
+        ::CloseHandle(h);
+}
+
+std::wstring Folder(int csidl) {
+    wchar_t path[MAX_PATH] = {};
+    ::SHGetFolderPathW(nullptr, csidl, nullptr, 0, path);
+    return path;
+}
+
+// The program and arguments a shortcut starts.
+std::pair<std::wstring, std::wstring> ShortcutTarget(const std::wstring& link) {
+    wchar_t path[MAX_PATH] = {}, arguments[MAX_PATH] = {};
+    IShellLinkW* shortcut = nullptr;
+    if (SUCCEEDED(::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER,
+                                     IID_IShellLinkW, reinterpret_cast<void**>(&shortcut)))) {
+        IPersistFile* file = nullptr;
+        if (SUCCEEDED(
+                shortcut->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file)))) {
+            if (SUCCEEDED(file->Load(link.c_str(), STGM_READ))) {
+                shortcut->GetPath(path, MAX_PATH, nullptr, 0);
+                shortcut->GetArguments(arguments, MAX_PATH);
+            }
+            file->Release();
+        }
+        shortcut->Release();
+    }
+    return {path, arguments};
+}
+
+std::wstring RunValue() {
+    wchar_t value[512] = {};
+    DWORD size = sizeof value;
+    ::RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run",
+                   L"Zelkova2", RRF_RT_REG_SZ, nullptr, value, &size);
+    return value;
+}
+
+TEST_F(Product, TheInstallerInstallsPerUserStartsFromTheStartMenuAndUninstallsCleanly) {
+    const Text tests = support::TestFolder();
+    const std::wstring setup =
+        std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\dist\\Zelkova2-2.0.0-setup.exe";
+    ASSERT_EQ(RunProgram(setup, L"/S").exitCode, 0u);
+    const std::wstring folder = Folder(CSIDL_LOCAL_APPDATA) + L"\\Programs\\Zelkova2";
+    for (const wchar_t* file : {L"Zelkova2.exe", L"Zelkova2Core.dll", L"DeskPilot.exe",
+                                L"DeskHerald.exe", L"ZelkovaError.exe", L"ZelkovaSettings.exe",
+                                L"zelkovactl.exe", L"Uninstall.exe", L"README.txt"}) {
+        EXPECT_NE(::GetFileAttributesW((folder + L"\\" + file).c_str()), INVALID_FILE_ATTRIBUTES)
+            << std::string(file, file + wcslen(file));
+    }
+    EXPECT_EQ(RunValue(), L"\"" + folder + L"\\ZelkovaSettings.exe\" --start");
+    ::CoInitialize(nullptr);
+    const auto [program, arguments] =
+        ShortcutTarget(Folder(CSIDL_PROGRAMS) + L"\\Zelkova2\\Zelkova2.lnk");
+    ::CoUninitialize();
+    EXPECT_EQ(program, folder + L"\\ZelkovaSettings.exe");
+    EXPECT_EQ(arguments, L"--start");
+    support::SetDword(L"Software\\Zelkova", L"ShowBanner", 0);  // a setting of the user's
+    EXPECT_EQ(RunProgram(program, arguments).exitCode, 0u);
+    EXPECT_TRUE(Within(30000, [] { return CompanionCount() == 9; }));
+
+    EXPECT_EQ(RunProgram(folder + L"\\Uninstall.exe", L"/S").exitCode, 0u);
+    EXPECT_TRUE(Within(20000, [&] {
+        return ::GetFileAttributesW(folder.c_str()) == INVALID_FILE_ATTRIBUTES;
+    })) << "the folder is gone";
+    EXPECT_TRUE(Within(5000, [] {
+        return ProcessesNamed({L"Zelkova2.exe", L"DeskPilot.exe", L"DeskHerald.exe"}).empty();
+    })) << "nothing of Zelkova2 runs";
+    EXPECT_EQ(RunValue(), L"");
+    EXPECT_EQ(::GetFileAttributesW((Folder(CSIDL_PROGRAMS) + L"\\Zelkova2").c_str()),
+              INVALID_FILE_ATTRIBUTES);
+    HKEY kept = nullptr;
+    EXPECT_EQ(::RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Zelkova", 0, KEY_READ, &kept), 0)
+        << "the user's settings stay";
+    ::RegCloseKey(kept);
+}
+
+}  // namespace
+}  // namespace zk::e2e

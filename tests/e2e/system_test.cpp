@@ -1,0 +1,83 @@
+#include "e2e/system_test.h"
+
+namespace zk::e2e {
+
+using support::DesktopsSwitch;
+using support::InputDesktop;
+using support::ProcessesNamed;
+using support::RunResult;
+using support::WindowOn;
+using support::Within;
+
+std::size_t CompanionCount() {
+    return ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe"}).size();
+}
+
+void EndStragglers() {
+    for (const DWORD id : ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe", L"Zelkova2.exe",
+                                          L"ZelkovaError.exe", L"ZelkovaSettings.exe"})) {
+        const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+        if (process == nullptr) continue;
+        ::TerminateProcess(process, 99);
+        ::WaitForSingleObject(process, 5000);
+        ::CloseHandle(process);
+    }
+}
+
+void ShowDefault() {
+    const HDESK first = ::OpenDesktopW(L"Default", 0, FALSE, DESKTOP_SWITCHDESKTOP);
+    ::SwitchDesktop(first);
+    ::CloseDesktop(first);
+}
+
+SystemTest::SystemTest() {
+    EndStragglers();
+    ShowDefault();
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
+    for (int d = 2; d <= 4; ++d) {  // no shell on the made desktops during tests
+        support::SetDword(L"Software\\Zelkova\\Desktop" + std::to_wstring(d), L"StartPrograms", 0);
+    }
+}
+
+SystemTest::~SystemTest() {
+    EndStragglers();
+    ShowDefault();
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
+}
+
+RunResult SystemTest::Ctl(const std::wstring& arguments, const wchar_t* desktop) {
+    return support::RunProgram(support::ProgramFolder() + L"\\zelkovactl.exe", arguments, desktop);
+}
+
+::testing::AssertionResult SystemTest::Start(const wchar_t* from) {
+    const RunResult started = Ctl(L"start", from);
+    if (started.exitCode != 0) {
+        return ::testing::AssertionFailure() << "zelkovactl start: " << started.output;
+    }
+    if (!Within(30000, [] { return CompanionCount() == 9; })) {
+        return ::testing::AssertionFailure() << CompanionCount() << " companions";
+    }
+    ::Sleep(500);  // the companions open their events and begin to wait
+    return ::testing::AssertionSuccess();
+}
+
+::testing::AssertionResult SystemTest::Shown(int desk) {
+    const bool shown =
+        DesktopsSwitch()
+            ? Within(5000, [&] { return InputDesktop() == kDesks[desk - 1]; })
+            : Within(5000, [&] { return WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
+    if (!DesktopsSwitch()) {  // the banner must be gone before it can tell the next time
+        (void)Within(3000, [&] { return !WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
+    }
+    if (shown) return ::testing::AssertionSuccess();
+    const std::wstring input = InputDesktop();
+    return ::testing::AssertionFailure()
+           << "desktop " << desk << " not shown; the input desktop is "
+           << std::string(input.begin(), input.end());
+}
+
+bool SystemTest::Type(int desk, std::initializer_list<WORD> keys) {
+    return support::TypeOn(kDesks[desk - 1], keys);
+}
+
+}  // namespace zk::e2e

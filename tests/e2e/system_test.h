@@ -1,0 +1,38 @@
+#pragma once
+// The whole system under Wine, as a user starts and drives it: the real programs started by the
+// control tool, keys typed on a desktop by a program of that desktop. Under Wine 10 the input
+// desktop really moves; Wine 8 leaves it on "Default", so there a desktop counts as shown when
+// its herald names it in its banner.
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/windows_driver.h"
+
+namespace zk::e2e {
+
+inline const wchar_t* const kDesks[] = {L"Default", L"desk2", L"desk3", L"desk4"};
+inline constexpr WORD kNumPad[] = {0, VK_NUMPAD1, VK_NUMPAD2, VK_NUMPAD3, VK_NUMPAD4};
+
+std::size_t CompanionCount();
+// Ends what a test left running of Zelkova2's programs.
+void EndStragglers();
+void ShowDefault();
+
+class SystemTest : public ::testing::Test {
+  protected:
+    SystemTest();
+    ~SystemTest() override;
+
+    static support::RunResult Ctl(const std::wstring& arguments, const wchar_t* desktop = nullptr);
+    // Starts Zelkova2 as a user does, and waits until its nine companions wait for signals.
+    ::testing::AssertionResult Start(const wchar_t* from = nullptr);
+    // Desktop N is shown: the input desktop under Wine 10; its herald's banner under Wine 8.
+    ::testing::AssertionResult Shown(int desk);
+    static bool Type(int desk, std::initializer_list<WORD> keys);
+};
+
+}  // namespace zk::e2e
