@@ -37,7 +37,8 @@ TEST(HotKeyText, AcceptsOtherSpellingsAndSaysWhatIsWrong) {
     for (const Case& c :
          {Case{"ctrl + alt + numpad2", 3, 0x62}, Case{"Control+Shift+Return", 6, 0x0D},
           Case{"WIN+del", 8, 0x2E}, Case{"Alt+NumPad+", 1, 0x6B}, Case{"Ctrl+PgDn", 2, 0x22},
-          Case{"shift+f12", 4, 0x7B}}) {
+          Case{"shift+f12", 4, 0x7B}, Case{"Ctrl+Alt+Plus", 3, 0x6B}, Case{"Ctrl+Alt+Add", 3, 0x6B},
+          Case{"Alt+Subtract", 1, 0x6D}}) {
         std::string error;
         const auto parsed = ParseHotKey(c.text, error);
         ASSERT_TRUE(parsed.has_value()) << c.text << ": " << error;

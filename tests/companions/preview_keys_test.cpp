@@ -14,7 +14,8 @@ TEST(PreviewKeys, NumbersChooseArrowsMoveAroundEnterChoosesEscCancels) {
     };
     const Case cases[] = {
         {'1', 3, PreviewAction::Choose, 1},  {'4', 1, PreviewAction::Choose, 4},
-        {0x62, 1, PreviewAction::Choose, 2}, {'5', 1, PreviewAction::None, 0},
+        {0x62, 1, PreviewAction::Choose, 2}, {0x64, 1, PreviewAction::Choose, 4},
+        {0x65, 1, PreviewAction::None, 0},   {'5', 1, PreviewAction::None, 0},
         {0x25, 1, PreviewAction::Select, 4}, {0x25, 3, PreviewAction::Select, 2},
         {0x27, 4, PreviewAction::Select, 1}, {0x28, 2, PreviewAction::Select, 3},
         {0x09, 4, PreviewAction::Select, 1}, {0x24, 3, PreviewAction::Select, 1},

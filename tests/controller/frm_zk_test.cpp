@@ -20,7 +20,7 @@ const std::string kStamp = "11/22/2026 2:05:09 PM ";
 
 class ControllerTest : public ::testing::Test {
   protected:
-    ControllerTest() : context_(os_) {
+    ControllerTest() : context_(os_, [this](const Text& what) { reported_.push_back(what); }) {
         for (const char16_t* file : {u"DeskPilot.exe", u"DeskHerald.exe", u"ZelkovaError.exe"}) {
             os_.AddFile(kFolder + u"\\" + file);
         }
@@ -80,6 +80,7 @@ class ControllerTest : public ::testing::Test {
     std::shared_ptr<frmZK> form_;
     Hwnd window_ = nullptr;
     std::optional<std::uint32_t> exitCode_;
+    std::vector<Text> reported_;  // errors that reached the window procedure's guard
 };
 
 TEST_F(ControllerTest, NormalStartRunsItsStepsInOrderAndEndsOnDesktopOne) {
@@ -239,6 +240,19 @@ TEST_F(ControllerTest, HotKeysSignalTheCurrentDesktopsBlockAndSwitchCommandsMove
         EXPECT_EQ(os_.journal().Count("SwitchDesktop") - switches, step.switches);
     }
     EXPECT_EQ(os_.InputDesktopName(), u"desk3");
+    EXPECT_TRUE(reported_.empty()) << "no hotkey raised an error";
+}
+
+// Where hotkeys belong to a desktop, the controller's serve "Default" only (elsewhere the
+// switchers' own do the work); where they are session-wide (the test above), every desktop.
+TEST_F(ControllerTest, HotKeysHeldPerDesktopReachTheControllerOnlyFromDefault) {
+    os_.SetHotKeyScope(sim::HotKeyScope::Desktop);
+    ASSERT_TRUE(Start());
+    os_.ShowDesktopInOtherProcess(u"desk2");
+    EXPECT_FALSE(os_.PressHotKey(3, 97));
+    os_.ShowDesktopInOtherProcess(u"Default");
+    Press(3, 97);
+    EXPECT_EQ(Signalled(), std::vector<std::string>{"Switcher1SwitchTo1"});
 }
 
 TEST_F(ControllerTest, HotKeyMessagesWithOtherIdsAreIgnored) {
@@ -259,6 +273,7 @@ TEST_F(ControllerTest, OnlyTheExactCommandTextsCount) {
         "local\\larchmont_SwitchToDesktop2",
         kPrefix + "switchtodesktop2",
         std::string(kPrefix + "SwitchToDesktop2") + '\0',
+        std::string(kPrefix + "Shutdown") + '\0',  // short enough to be read, then compared
         kPrefix + "SwitchToDesktop5",
         kPrefix + "Switcher1SwitchTo2",
         "",
@@ -267,12 +282,12 @@ TEST_F(ControllerTest, OnlyTheExactCommandTextsCount) {
         Command(text);
     EXPECT_EQ(record().CurrentDesk, 1);
     EXPECT_EQ(os_.journal().Count("SwitchDesktop"), switches);
-    EXPECT_EQ(os_.journal().Count("MultiByteToWideChar") - conversions, 4)
+    EXPECT_EQ(os_.journal().Count("MultiByteToWideChar") - conversions, 5)
         << "neither the empty text nor those longer than any command";
 
     const std::string hostile(100 * 1024 * 1024, 'A');
     Command(hostile);
-    EXPECT_EQ(os_.journal().Count("MultiByteToWideChar") - conversions, 4)
+    EXPECT_EQ(os_.journal().Count("MultiByteToWideChar") - conversions, 5)
         << "a payload longer than any command is not converted";
     CopyDataStruct noData{0, 10, nullptr};
     (void)os_.SendMessageW(window_, WmCopyData, 0, reinterpret_cast<Lparam>(&noData));
@@ -309,6 +324,7 @@ TEST_F(ControllerTest, ShutdownCommandUnloadsInsideItsOwnDispatchAndLeavesTheDes
         EXPECT_EQ(desktop, nullptr);
     EXPECT_EQ(record().CurrentDesk, 3) << "the shutdown leaves the fields as they are";
     EXPECT_LT(At("RemovePropW", "#74#1"), At("RemovePropW", "#786#1"));
+    EXPECT_LT(At("CloseDesktop"), At("UnregisterHotKey")) << "the desktops first, then the hotkeys";
     EXPECT_EQ(Pump(), 0);
 }
 

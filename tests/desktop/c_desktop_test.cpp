@@ -47,6 +47,8 @@ TEST_F(DesktopTest, SetAsDefaultStartsPilotHeraldAndControllerHeraldOnDefault) {
     EXPECT_EQ(desk.GetLastError(), u"");
     EXPECT_EQ(os.OpenHandleCount(), 1u) << "only the desktop handle stays open";
     EXPECT_EQ(os.journal().Count("SwitchDesktop") + os.journal().Count("SetThreadDesktop"), 0);
+    EXPECT_EQ(os.journal().Details("OpenInputDesktop"), std::vector<std::string>{"0 0 0x100"})
+        << "no more than the right to switch to it";
 }
 
 TEST_F(DesktopTest, SetAsDefaultHoldsWhateverIsTheInputDesktopButStartsOnDefault) {
@@ -146,9 +148,13 @@ TEST_F(DesktopTest, SwitchToShowsTheDesktopAndMovesTheThreadBack) {
     ASSERT_TRUE(one.SetAsDefault());
     ASSERT_TRUE(two.Create(u"desk2", 2));
     EXPECT_EQ(os.ThreadDesktopName(), u"desk2") << "a thread without windows follows";
+    const std::size_t before = os.journal().Entries().size();
     one.SwitchTo();
     EXPECT_EQ(os.InputDesktopName(), u"Default");
     EXPECT_EQ(os.ThreadDesktopName(), u"Default");
+    EXPECT_LT(*os.journal().Find("SwitchDesktop", "", before),
+              *os.journal().Find("SetThreadDesktop", "", before))
+        << "shown first, then the thread moves";
 }
 
 TEST_F(DesktopTest, CompanionPathsFollowTheExecutablesFolder) {

@@ -120,11 +120,14 @@ TEST_F(HotKeysTest, ReloadWithNothingChangedMakesNoRegistrationCall) {
 }
 
 TEST_F(HotKeysTest, ReloadReregistersOnlyTheChangedPairAndNeverStartsTheReporter) {
+    Store(u"Desktop4Key", 0x7A);  // a pair of the user's, not the default
+    Store(u"Desktop4KeyMod", 6);
     hotkeys_.LoadHotKeys();
     hotkeys_.RegisterHotKeys();
     Store(u"Desktop2Key", 0x78);  // F9
     Store(u"Desktop2KeyMod", 6);
-    Store(u"Desktop4Key", 0x79);  // modifier missing: kept as it is
+    Store(u"Desktop4Key", 0x79);  // modifier gone: the pair cannot be read, and is kept
+    ASSERT_TRUE(os_.registry().DeleteValue(u"Software\\Zelkova", u"Desktop4KeyMod"));
     os_.journal().Clear();
     hotkeys_.ReloadHotKeys();
     EXPECT_EQ(os_.journal().Details("UnregisterHotKey").size(), 1u);
@@ -133,7 +136,8 @@ TEST_F(HotKeysTest, ReloadReregistersOnlyTheChangedPairAndNeverStartsTheReporter
     EXPECT_NE(os_.journal().Details("RegisterHotKey")[0].find("id 2 mod 6 vk 120"),
               std::string::npos);
     EXPECT_NE(fields_.HotKeyOk[2], 0);
-    EXPECT_EQ(fields_.HotKeyCode[4], 100);
+    EXPECT_EQ(fields_.HotKeyCode[4], 0x7A) << "no defaults in a reload";
+    EXPECT_EQ(fields_.HotKeyMod[4], 6);
     EXPECT_TRUE(os_.PressHotKey(6, 0x78));
     EXPECT_FALSE(os_.PressHotKey(3, 98));
     EXPECT_EQ(ReporterStarts(), 0u);
