@@ -1,9 +1,9 @@
-# Zelkova2: `make test` builds and tests both lanes; `make run` starts the program under Wine.
-.PHONY: test deps build-linux build-windows run bench format clean
+# Zelkova2: `make test` builds and tests every lane; `make run` starts the program under Wine.
+.PHONY: test deps build-linux build-windows build-fuzz run bench fuzz dist format clean
 
 test: deps
 	@status=0; passed=0; failed=0; \
-	for lane in linux windows; do \
+	for lane in linux windows fuzz; do \
 	  rm -f build/$$lane/test-counts; \
 	  if ! $(MAKE) --no-print-directory build-$$lane; then \
 	    echo "$$lane lane: the build failed, its tests were not run"; status=1; failed=$$((failed + 1)); \
@@ -28,6 +28,24 @@ build-linux:
 build-windows:
 	cmake --preset windows >/dev/null
 	cmake --build --preset windows
+
+build-fuzz:
+	cmake --preset fuzz >/dev/null
+	cmake --build --preset fuzz
+
+# Each fuzz target for FUZZ_SECONDS (60), from its committed corpus, in a copy under build/.
+FUZZ_SECONDS ?= 60
+fuzz: deps build-fuzz
+	@for t in copydata registry ctl args; do \
+	  mkdir -p build/fuzz/corpus/$$t && cp -n fuzz/corpus/$$t/* build/fuzz/corpus/$$t/ ; \
+	  build/fuzz/fuzz/$${t}_fuzz -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 \
+	    -artifact_prefix=build/fuzz/$$t- build/fuzz/corpus/$$t 2>&1 | \
+	    awk -v t=$$t '/number_of_executed_units/ {print t ": " $$2 " runs"} /ERROR|SUMMARY/'; \
+	done
+
+# The release zip and installer (build/windows/dist), with their sizes.
+dist: deps build-windows
+	@ls -l build/windows/dist/*.zip build/windows/dist/*.exe
 
 bench: deps build-linux build-windows
 	@build/linux/bench/zk_bench

@@ -34,7 +34,6 @@ class Bridge {
 
   private:
     Os& os_;
-    ControllerProcess& controller_;
     Signals signals_;
     SharedState state_;
     ControllerLink link_;

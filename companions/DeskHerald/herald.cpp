@@ -13,7 +13,6 @@ namespace zk::companion {
 Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
     : os_(os),
       desk_(desk),
-      controller_(controller),
       shell_(shell),
       registry_(os),
       signals_(os),

@@ -55,7 +55,6 @@ class Herald {
 
     Os& os_;
     int desk_;
-    ControllerProcess& controller_;
     Shell& shell_;
     Registry registry_;
     Signals signals_;

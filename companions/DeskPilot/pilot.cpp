@@ -10,7 +10,6 @@ namespace zk::companion {
 
 Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell& shell)
     : os_(os),
-      desk_(desk),
       window_(window),
       shell_(shell),
       registry_(os),

@@ -55,7 +55,6 @@ class Pilot {
     void OpenPreview();
 
     Os& os_;
-    int desk_;
     Hwnd window_;
     Shell& shell_;
     Registry registry_;

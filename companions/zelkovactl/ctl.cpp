@@ -95,8 +95,12 @@ int Ctl::Run(const std::vector<std::string>& args) {
                          : "unknown command '" + command + "'");
 }
 
+// One line, whatever the arguments held: their control characters show as '?'.
 int Ctl::Usage(const std::string& problem) {
-    err_ << "zelkovactl: " << problem << " (see zelkovactl --help)\n";
+    std::string line = problem;
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+    err_ << "zelkovactl: " << line << " (see zelkovactl --help)\n";
     return kExitUsage;
 }
 

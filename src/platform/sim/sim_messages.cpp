@@ -150,11 +150,12 @@ void SimMessages::AdvanceTime(std::uint64_t milliseconds) {
         if (timer.due > session_.tickCount) continue;
         timer.due = session_.tickCount + timer.interval;
         const Hwnd window = HandleFrom<Hwnd>(key.first);
+        const std::uintptr_t id = key.second;
         // A timer has at most one WM_TIMER waiting, as the system's do.
         const bool waiting = std::any_of(queue_.begin(), queue_.end(), [&](const Msg& m) {
-            return m.hwnd == window && m.message == WmTimer && m.wParam == key.second;
+            return m.hwnd == window && m.message == WmTimer && m.wParam == id;
         });
-        if (!waiting) queue_.push_back(Msg{window, WmTimer, key.second, 0});
+        if (!waiting) queue_.push_back(Msg{window, WmTimer, id, 0});
     }
 }
 

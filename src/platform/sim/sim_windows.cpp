@@ -387,7 +387,7 @@ std::uint32_t SimWindows::WindowExStyle(Hwnd window) const {
 Lresult SimWindows::SendCopyData(Hwnd window, std::string_view bytes, std::uintptr_t dwData) {
     // The system copies the data into the receiving process for the length of the call.
     std::vector<std::byte> copy(bytes.size());
-    std::memcpy(copy.data(), bytes.data(), bytes.size());
+    if (!bytes.empty()) std::memcpy(copy.data(), bytes.data(), bytes.size());
     const CopyDataStruct data{dwData, static_cast<std::uint32_t>(copy.size()), copy.data()};
     return Deliver(window, WmCopyData, 0, reinterpret_cast<Lparam>(&data));
 }
