@@ -41,12 +41,7 @@ bool Bridge::Command(std::int16_t index) {
         (void)signals_.RaiseOwn(ReloadedEventName());
         return true;
     }
-    const int desk = index - kFirstSwitchCommand + 1;
-    if (desk == state_.Current()) return true;  // the controller changes nothing either
-    state_.RecordSwitch(desk);
-    const auto shown = static_cast<std::int16_t>(desk);
-    (void)signals_.Raise(SwitcherSignal(KindUpdate, shown, shown));
-    (void)signals_.RaiseOwn(ShownEventName(desk));
+    NoteSwitch(signals_, state_, index - kFirstSwitchCommand + 1);
     return true;
 }
 

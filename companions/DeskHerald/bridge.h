@@ -12,6 +12,7 @@
 #include "common/controller_process.h"
 #include "common/shared_state.h"
 #include "common/signals.h"
+#include "common/switch_notice.h"
 #include "common/wait_loop.h"
 #include "common/watchdog.h"
 

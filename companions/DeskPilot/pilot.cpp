@@ -1,5 +1,6 @@
 #include "DeskPilot/pilot.h"
 
+#include "common/switch_notice.h"
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "platform/handles.h"
@@ -35,6 +36,10 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     for (std::int16_t target = 1; target <= 4; ++target)
         (void)signals_.Event(SwitchCommand(target));
     ownDesktop_ = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
+    if (desk == 1) {
+        direct_.emplace(os, controller.Id());
+        (void)direct_->Window();  // found now, not on the way of the first switch
+    }
 
     hotkeys_.LoadHotKeys();
     hotkeys_.RegisterHotKeys();  // a combination the controller holds is left to it, silently
@@ -101,7 +106,12 @@ void Pilot::HotKey(int id) {
 }
 
 void Pilot::RequestSwitch(int target) {
-    (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(target)));
+    const auto command = SwitchCommand(static_cast<std::int16_t>(target));
+    if (direct_ && direct_->Send(command)) {
+        NoteSwitch(signals_, state_, target);  // what the bridge does after the commands it sends
+    } else {
+        (void)signals_.Raise(command);
+    }
     shell_.HidePreview();
 }
 

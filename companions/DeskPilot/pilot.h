@@ -1,12 +1,15 @@
 #pragma once
 // DeskPilot N, the switcher of desktop N. A switch asked for on desktop N (by the controller's
-// signal, or by its own hotkey where the system lets it hold one) goes at once to the bridge as
-// a switch command; nothing is done first. The preview of the four desktops opens on its signal
+// signal, or by its own hotkey where the system lets it hold one) goes at once to the controller
+// as a switch command: through the bridge, or on desktop 1 straight to the controller's window;
+// nothing is done first. The preview of the four desktops opens on its signal
 // or hotkey. Pictures of the desktop are taken off that path: a moment after the desktop has
 // been shown, again every half minute while it stays shown, and just before the preview opens.
 
 #include <memory>
+#include <optional>
 
+#include "common/controller_link.h"
 #include "common/controller_process.h"
 #include "common/shared_state.h"
 #include "common/signals.h"
@@ -64,6 +67,9 @@ class Pilot {
     HotKeyFields fields_;
     HotKeys hotkeys_;
     Text ownDesktop_;
+    // On the controller's own desktop a switch goes straight to its window: one process less on
+    // the way than through the bridge.
+    std::optional<ControllerLink> direct_;
 };
 
 }  // namespace zk::companion

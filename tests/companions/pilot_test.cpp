@@ -92,6 +92,20 @@ TEST_P(PilotTest, AHotKeyOrASignalAsksForItsDesktopAtOnceWithoutAPicture) {
     EXPECT_EQ(shell_.calls.back(), "hide");
 }
 
+// On the controller's desktop the command goes to its window, and the switcher notes the switch
+// as the bridge does after the commands it sends.
+TEST_P(PilotTest, OnDesktop1ASwitchGoesStraightToTheControllersWindow) {
+    Start(1);
+    CompanionSession::Commands().clear();
+    s_.Raise("Switcher1SwitchTo3");
+    Pump();
+    EXPECT_EQ(CompanionSession::Commands(),
+              std::vector<std::string>{testing::kSignalPrefix + "SwitchToDesktop3"});
+    EXPECT_TRUE(s_.Taken(kCommands).empty());
+    EXPECT_EQ(SharedState(s_.os, s_.controller).Current(), 3);
+    EXPECT_TRUE(s_.Take("Switcher3Update3"));
+}
+
 TEST_P(PilotTest, PreviousGoesToTheDesktopTheBridgeSawBeforeAndThePreviewOpensWithAPicture) {
     Start(3);
     pilot_->HotKey(5);

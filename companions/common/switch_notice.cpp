@@ -1,0 +1,15 @@
+#include "common/switch_notice.h"
+
+#include "signals/protocol.h"
+
+namespace zk::companion {
+
+void NoteSwitch(Signals& signals, SharedState& state, int desk) {
+    if (desk == state.Current()) return;
+    state.RecordSwitch(desk);
+    const auto shown = static_cast<std::int16_t>(desk);
+    (void)signals.Raise(SwitcherSignal(KindUpdate, shown, shown));
+    (void)signals.RaiseOwn(ShownEventName(desk));
+}
+
+}  // namespace zk::companion
