@@ -47,9 +47,13 @@ fuzz: deps build-fuzz
 dist: deps build-windows
 	@ls -l build/windows/dist/*.zip build/windows/dist/*.exe
 
+# Ratios of one run: the dispatcher in-process on both backends, then the whole system from
+# outside (scripts/bench-system). SOAK=1 adds the long run of commands and hotkey chains.
 bench: deps build-linux build-windows
 	@build/linux/bench/zk_bench
 	@cmake/wine-run build/windows/bench/zk_bench.exe
+	@scripts/bench-system
+	@if [ -n "$(SOAK)" ]; then scripts/bench-system soak; fi
 
 run: deps
 	@scripts/run-zelkova
