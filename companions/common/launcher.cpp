@@ -99,7 +99,11 @@ Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
         const auto& ids = state.Block().companions;
         const bool companionsUp =
             std::all_of(std::begin(ids), std::end(ids), [](std::uint32_t id) { return id != 0; });
-        if (companionsUp && FindControllerWindow(os, pi.dwProcessId) != nullptr) break;
+        launch.missing = state.Block().missing & (kPilotMissing | kHeraldMissing);
+        if ((companionsUp || launch.missing != 0) &&
+            FindControllerWindow(os, pi.dwProcessId) != nullptr) {
+            break;
+        }
         if (waited >= answerWithin || os.WaitForSingleObject(pi.hProcess, kPoll) != WaitTimeout) {
             launch.result = LaunchResult::NoAnswer;
             return launch;

@@ -23,12 +23,14 @@ void KeepDefaultShown(Os& os);
 enum class LaunchResult { Started, AlreadyRunning, Failed, NoAnswer };
 struct Launch {
     LaunchResult result = LaunchResult::Failed;
-    std::uint32_t error = 0;  // why the start failed
+    std::uint32_t error = 0;    // why the start failed
+    std::uint32_t missing = 0;  // companion programs found missing (SharedBlock::missing)
     UniqueKernelHandle process;
 };
 
 // Shows "Default", starts the controller beside this program (on "Default"), and waits up to
-// `answerWithin` milliseconds for its window. A running Zelkova2 is not started again.
+// `answerWithin` milliseconds for its window and companions; a companion program found missing
+// ends the wait, as what it would start never comes. A running Zelkova2 is not started again.
 [[nodiscard]] Launch StartZelkova(Os& os, std::uint32_t answerWithin);
 
 }  // namespace zk::companion

@@ -209,6 +209,13 @@ int Ctl::Start(bool wait) {
         case companion::LaunchResult::Started:
             break;
     }
+    if (launch.missing != 0) {
+        const bool pilot = (launch.missing & companion::kPilotMissing) != 0;
+        err_ << "zelkovactl: Zelkova2 runs without all of its companions: "
+             << (pilot ? "DeskPilot.exe" : "DeskHerald.exe")
+             << " is missing beside Zelkova2.exe. See 'zelkovactl log'.\n";
+        return kExitNoEffect;
+    }
     out_ << "Zelkova2 runs, with desktop 1 shown.\n";
     if (!wait) return kExitOk;
     (void)os_.WaitForSingleObject(launch.process.get(), Infinite);

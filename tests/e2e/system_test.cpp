@@ -30,6 +30,14 @@ void ShowDefault() {
     ::CloseDesktop(first);
 }
 
+std::wstring ReporterText() {
+    const HWND reporter = ::FindWindowW(L"Zelkova2ErrorReporter", nullptr);
+    const HWND edit = ::FindWindowExW(reporter, nullptr, L"EDIT", nullptr);
+    wchar_t text[8192] = {};
+    if (edit != nullptr) ::SendMessageW(edit, WM_GETTEXT, 8192, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
 SystemTest::SystemTest() {
     EndStragglers();
     ShowDefault();

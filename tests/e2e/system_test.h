@@ -21,6 +21,8 @@ std::size_t CompanionCount();
 // Ends what a test left running of Zelkova2's programs.
 void EndStragglers();
 void ShowDefault();
+// What the open error reporter shows.
+std::wstring ReporterText();
 
 class SystemTest : public ::testing::Test {
   protected:

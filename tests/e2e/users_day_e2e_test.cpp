@@ -114,13 +114,6 @@ void AppendToLog(const std::string& line) {
     ::CloseHandle(file);
 }
 
-std::wstring ReporterText(HWND reporter) {
-    const HWND edit = ::FindWindowExW(reporter, nullptr, L"EDIT", nullptr);
-    wchar_t text[8192] = {};
-    ::SendMessageW(edit, WM_GETTEXT, 8192, reinterpret_cast<LPARAM>(text));
-    return text;
-}
-
 TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOne) {
     AppendToLog("11/22/2026 1:00:00 PM Zelkova: an older line\r\n");
     AppendToLog("11/22/2026 1:00:01 PM Zelkova: the newest line\r\n");
@@ -130,22 +123,18 @@ TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOne) {
     PROCESS_INFORMATION first{};
     ASSERT_TRUE(::CreateProcessW(reporter.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
                                  nullptr, &si, &first));
-    HWND window = nullptr;
-    ASSERT_TRUE(Within(10000, [&] {
-        window = ::FindWindowW(L"Zelkova2ErrorReporter", nullptr);
-        return window != nullptr && !ReporterText(window).empty();
-    }));
-    const std::wstring text = ReporterText(window);
+    ASSERT_TRUE(Within(10000, [&] { return !e2e::ReporterText().empty(); }));
+    const std::wstring text = e2e::ReporterText();
     EXPECT_LT(text.find(L"the newest line"), text.find(L"an older line"));
 
     AppendToLog("11/22/2026 1:00:02 PM Zelkova: one more line\r\n");
     EXPECT_EQ(support::RunProgram(reporter, L"").exitCode, 0u) << "the second start ends at once";
     EXPECT_EQ(ProcessesNamed({L"ZelkovaError.exe"}).size(), 1u);
     EXPECT_TRUE(Within(5000, [&] {
-        const std::wstring now = ReporterText(window);
+        const std::wstring now = e2e::ReporterText();
         return now.find(L"one more line") < now.find(L"the newest line");
     })) << "the open reporter was refreshed";
-    ::PostMessageW(window, WM_CLOSE, 0, 0);
+    ::PostMessageW(::FindWindowW(L"Zelkova2ErrorReporter", nullptr), WM_CLOSE, 0, 0);
     EXPECT_EQ(::WaitForSingleObject(first.hProcess, 5000), WAIT_OBJECT_0);
     ::CloseHandle(first.hProcess);
     ::CloseHandle(first.hThread);

@@ -1,0 +1,153 @@
+// Faults a user meets, each once with the whole system under Wine: a companion killed, the
+// controller killed, two copies, a log that cannot be written, a program missing.
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "common/shared_state.h"
+#include "e2e/system_test.h"
+#include "platform/win32/win32_os.h"
+
+namespace zk {
+namespace {
+
+using companion::HeraldSlot;
+using companion::PilotSlot;
+using companion::SharedState;
+using support::LogText;
+using support::ProgramFolder;
+using support::RunResult;
+using support::Within;
+
+using Faults = e2e::SystemTest;
+
+DWORD ProcessOf(HWND window) {
+    DWORD id = 0;
+    ::GetWindowThreadProcessId(window, &id);
+    return id;
+}
+
+void Kill(DWORD id) {
+    const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+    ::TerminateProcess(process, 9);
+    ::WaitForSingleObject(process, 5000);
+    ::CloseHandle(process);
+}
+
+bool Alive(DWORD id) {
+    const HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, id);
+    const bool alive = process != nullptr && ::WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+    if (process != nullptr) ::CloseHandle(process);
+    return alive;
+}
+
+TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
+    ASSERT_TRUE(Start());
+    Win32Os os;
+    SharedState state(os, ProcessOf(::FindWindowW(nullptr, L"Zelkova 2")));
+    for (const int slot : {PilotSlot(2), HeraldSlot(5), HeraldSlot(1)}) {
+        const DWORD killed = state.Block().companions[slot];
+        Kill(killed);
+        // Started again at once; a herald's first window may wait two seconds more under Wine,
+        // whose tray waits that long for the dead icon's window to go.
+        EXPECT_TRUE(Within(3000,
+                           [&] {
+                               const DWORD now = state.Block().companions[slot];
+                               return now != killed && now != 0 && Alive(now);
+                           }))
+            << "slot " << slot;
+    }
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, e2e::kNumPad[2]}));
+    ASSERT_TRUE(Shown(2));
+    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, e2e::kNumPad[1]}));
+    EXPECT_TRUE(Shown(1)) << "through the new switcher of desktop 2 and the new bridge";
+}
+
+TEST_F(Faults, AKilledControllerTakesEveryCompanionWithItAndAStartBringsThemBack) {
+    ASSERT_TRUE(Start());
+    Kill(ProcessOf(::FindWindowW(nullptr, L"Zelkova 2")));
+    EXPECT_TRUE(Within(5000, [] { return e2e::CompanionCount() == 0; }));
+    EXPECT_TRUE(Start());
+}
+
+// The second copy takes the same desktops; the first holds the hotkeys. Each set of companions
+// serves the controller that started it: with the first gone, the second's still work.
+TEST_F(Faults, ASecondCopyStartsItsOwnCompanionsWhichKeepToIt) {
+    ASSERT_TRUE(Start());
+    const DWORD first = ProcessOf(::FindWindowW(nullptr, L"Zelkova 2"));
+    const std::size_t logged = LogText().size();
+    const std::wstring program = ProgramFolder() + L"\\Zelkova2.exe";
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    PROCESS_INFORMATION second{};
+    ASSERT_TRUE(::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                                 nullptr, &si, &second));
+    ::CloseHandle(second.hThread);
+    EXPECT_TRUE(Within(30000, [] { return e2e::CompanionCount() == 18; }));
+    EXPECT_NE(LogText().find("Failed to register the following hotkey", logged), std::string::npos);
+
+    Kill(first);
+    EXPECT_TRUE(Within(5000, [] { return e2e::CompanionCount() == 9; }));
+    Win32Os os;
+    SharedState state(os, second.dwProcessId);
+    // Under Wine a companion's first window waits while the tray lets the dead icons go.
+    EXPECT_TRUE(Within(20000, [&] {
+        const auto& ids = state.Block().companions;
+        return std::all_of(std::begin(ids), std::end(ids), Alive);
+    }));
+    const RunResult ended = Ctl(L"shutdown");
+    EXPECT_EQ(ended.exitCode, 0u) << ended.output;
+    EXPECT_EQ(::WaitForSingleObject(second.hProcess, 0), WAIT_OBJECT_0);
+    ::CloseHandle(second.hProcess);
+}
+
+// A folder in place of the log file: nothing can be appended there.
+TEST_F(Faults, ALogThatCannotBeWrittenIsNamedByTheReporter) {
+    const std::wstring log = support::LogPath(), aside = log + L".aside";
+    ::MoveFileW(log.c_str(), aside.c_str());
+    ASSERT_TRUE(::CreateDirectoryW(log.c_str(), nullptr));
+    const std::wstring reporter = ProgramFolder() + L"\\ZelkovaError.exe";
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    PROCESS_INFORMATION pi{};
+    ASSERT_TRUE(::CreateProcessW(reporter.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                                 nullptr, &si, &pi));
+    EXPECT_TRUE(Within(10000, [&] {
+        return e2e::ReporterText().find(L"Zelkova2 cannot write its error log " + log) == 0;
+    }));
+    ::TerminateProcess(pi.hProcess, 0);
+    ::WaitForSingleObject(pi.hProcess, 5000);
+    ::CloseHandle(pi.hProcess);
+    ::CloseHandle(pi.hThread);
+    ::RemoveDirectoryW(log.c_str());
+    ::MoveFileW(aside.c_str(), log.c_str());
+}
+
+TEST_F(Faults, AMissingSwitcherProgramIsToldByTheControlToolTheLogAndTheTray) {
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    const std::wstring folder = std::wstring(temp) + L"zk-without-switcher";
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    for (const wchar_t* file : {L"Zelkova2.exe", L"Zelkova2Core.dll", L"DeskHerald.exe",
+                                L"ZelkovaError.exe", L"zelkovactl.exe"}) {
+        ::CopyFileW((ProgramFolder() + L"\\" + file).c_str(), (folder + L"\\" + file).c_str(),
+                    FALSE);
+    }
+    const RunResult started = support::RunProgram(folder + L"\\zelkovactl.exe", L"start");
+    EXPECT_EQ(started.exitCode, 4u);
+    EXPECT_NE(started.output.find("DeskPilot.exe is missing"), std::string::npos) << started.output;
+    EXPECT_NE(LogText().find("DeskPilot.exe is missing from "), std::string::npos);
+    EXPECT_TRUE(Within(5000, [] {
+        const HWND tray = support::WindowOn(L"Default", L"Zelkova2Tray", false);
+        return support::Caption(tray).find(L"DeskPilot.exe is missing") != std::wstring::npos;
+    }));
+    EXPECT_EQ(support::RunProgram(folder + L"\\zelkovactl.exe", L"shutdown").exitCode, 0u);
+}
+
+}  // namespace
+}  // namespace zk
