@@ -1,7 +1,5 @@
 #include "companions/companion_session.h"
 
-#include <cstring>
-
 #include "signals/protocol.h"
 
 namespace zk::testing {
@@ -46,18 +44,6 @@ std::vector<std::string> CompanionSession::Taken(const std::vector<std::string>&
         if (Take(name)) set.push_back(name);
     }
     return set;
-}
-
-void CompanionSession::SetDword(const Text& key, const Text& name, std::int32_t value) {
-    std::vector<std::byte> data(4);
-    std::memcpy(data.data(), &value, 4);
-    os.registry().SetValue(key, name, 4, data);
-}
-
-void CompanionSession::SetText(const Text& key, const Text& name, const Text& value) {
-    std::vector<std::byte> data((value.size() + 1) * 2);
-    std::memcpy(data.data(), value.c_str(), data.size());
-    os.registry().SetValue(key, name, 1, data);
 }
 
 }  // namespace zk::testing

@@ -31,8 +31,6 @@ class CompanionSession {
         return os.WaitForEventInOtherProcess(kSignalPrefix + name);
     }
     void Raise(const std::string& name) { os.SetEventInOtherProcess(kSignalPrefix + name); }
-    void SetDword(const Text& key, const Text& name, std::int32_t value);
-    void SetText(const Text& key, const Text& name, const Text& value);
 };
 
 }  // namespace zk::testing

@@ -57,10 +57,10 @@ class HeraldTest : public ::testing::Test {
 
 TEST_F(HeraldTest, NamesItsDesktopInTheBannerWhenItIsShownUnlessTheBannerIsOff) {
     Herald& herald = Make(3);
-    s_.SetText(u"Software\\Zelkova\\Desktop3", u"Name", u"Mail");
+    s_.os.registry().SetText(u"Software\\Zelkova\\Desktop3", u"Name", u"Mail");
     s_.Raise("Switcher3Update3");
     EXPECT_FALSE(Pump());
-    s_.SetDword(u"Software\\Zelkova", u"ShowBanner", 0);
+    s_.os.registry().SetDword(u"Software\\Zelkova", u"ShowBanner", 0);
     s_.Raise("Switcher3Update3");
     EXPECT_FALSE(Pump());
     EXPECT_EQ(shell_.banners, std::vector<Text>{u"Mail"});
@@ -71,7 +71,7 @@ TEST_F(HeraldTest, NamesItsDesktopInTheBannerWhenItIsShownUnlessTheBannerIsOff) 
 
 TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsACommand) {
     Herald& herald = Make(3);
-    s_.SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"Web");
+    s_.os.registry().SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"Web");
     std::vector<Text> labels;
     std::vector<bool> checked;
     for (const auto& item : herald.Menu()) {
@@ -143,8 +143,9 @@ TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceWithReferencesExpandedOrTheShell
         s.os.AddFile(u"C:\\Windows\\explorer.exe");
         s.os.SetCurrentDirectory(u"C:\\Windows");
         for (std::size_t i = 0; i < c.stored.size(); ++i)
-            s.SetText(u"Software\\Zelkova\\Desktop2\\Programs", DecimalText(i + 1), c.stored[i]);
-        if (c.off) s.SetDword(u"Software\\Zelkova\\Desktop2", u"StartPrograms", 0);
+            s.os.registry().SetText(u"Software\\Zelkova\\Desktop2\\Programs", DecimalText(i + 1),
+                                    c.stored[i]);
+        if (c.off) s.os.registry().SetDword(u"Software\\Zelkova\\Desktop2", u"StartPrograms", 0);
         if (c.windowShown) {
             (void)s.os.RegisterClassW(u"W", nullptr, s.os.GetModuleHandleW());
             (void)s.os.CreateWindowExW(0, u"W", u"w", 0x10000000, nullptr, s.os.GetModuleHandleW());

@@ -123,8 +123,8 @@ TEST_P(PilotTest, PreviousGoesToTheDesktopTheBridgeSawBeforeAndThePreviewOpensWi
 
 TEST_P(PilotTest, ReadRegReregistersOnlyTheHotKeysWhoseValuesChanged) {
     Start(4);
-    s_.SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x78);
-    s_.SetDword(u"Software\\Zelkova", u"Desktop2KeyMod", 6);
+    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x78);
+    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop2KeyMod", 6);
     const int before = s_.os.journal().Count("RegisterHotKey");
     s_.Raise("ReadRegSwitcher4");
     Pump();

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "companions/companion_session.h"
 
 namespace zk::companion {
@@ -21,11 +19,7 @@ class SettingsModelTest : public ::testing::Test {
         probe_ = s_.os.CreateWindowExW(0, u"Probe", u"probe", 0, nullptr, s_.os.GetModuleHandleW());
     }
     std::optional<std::int32_t> Dword(const Text& key, const Text& name) {
-        const auto* value = s_.os.registry().FindValue(key, name);
-        if (value == nullptr || value->type != RegDword) return std::nullopt;
-        std::int32_t n = 0;
-        std::memcpy(&n, value->data.data(), 4);
-        return n;
+        return s_.os.registry().Dword(key, name);
     }
 
     CompanionSession s_{u"ZelkovaSettings.exe", u"desk3"};

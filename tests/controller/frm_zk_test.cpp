@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "platform/sim/sim_os.h"
 #include "winsupport/process_context.h"
 
@@ -298,12 +296,8 @@ TEST_F(ControllerTest, OnlyTheExactCommandTextsCount) {
 
 TEST_F(ControllerTest, ReadRegReloadsTheHotKeysWhileRunning) {
     ASSERT_TRUE(Start());
-    std::vector<std::byte> f9(4), ctrlShift(4);
-    const std::int32_t key = 0x78, modifiers = 6;
-    std::memcpy(f9.data(), &key, 4);
-    std::memcpy(ctrlShift.data(), &modifiers, 4);
-    os_.registry().SetValue(u"Software\\Zelkova", u"Desktop2Key", 4, f9);
-    os_.registry().SetValue(u"Software\\Zelkova", u"Desktop2KeyMod", 4, ctrlShift);
+    os_.registry().SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x78);
+    os_.registry().SetDword(u"Software\\Zelkova", u"Desktop2KeyMod", 6);
     EXPECT_FALSE(os_.PressHotKey(6, 0x78));
     Command(kPrefix + "ReadReg");
     EXPECT_FALSE(os_.PressHotKey(3, 98));

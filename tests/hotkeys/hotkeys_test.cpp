@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "platform/sim/sim_os.h"
 #include "winsupport/subclass_probe.h"
 
@@ -14,12 +12,6 @@ const Text kLog = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";
 const Text kReporter = u"C:\\Program Files\\Zelkova2\\ZelkovaError.exe";
 const std::string kStamp = "11/22/2026 2:05:09 PM ";
 
-std::vector<std::byte> Dword(std::int32_t value) {
-    std::vector<std::byte> bytes(4);
-    std::memcpy(bytes.data(), &value, 4);
-    return bytes;
-}
-
 class HotKeysTest : public ::testing::Test {
   protected:
     HotKeysTest()
@@ -28,7 +20,7 @@ class HotKeysTest : public ::testing::Test {
         os_.AddFile(kReporter);
     }
     void Store(const Text& name, std::int32_t value) {
-        os_.registry().SetValue(u"Software\\Zelkova", name, RegDword, Dword(value));
+        os_.registry().SetDword(u"Software\\Zelkova", name, value);
     }
     std::vector<std::pair<int, int>> Pairs() const {
         std::vector<std::pair<int, int>> pairs;

@@ -101,6 +101,38 @@ RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
     return result;
 }
 
+Running::Running(const std::wstring& program) {
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    if (!::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                          &si, &pi_)) {
+        pi_ = {};
+    }
+}
+
+Running::~Running() {
+    if (!started()) return;
+    if (!WaitForExit(0)) ::TerminateProcess(pi_.hProcess, 99);
+    ::WaitForSingleObject(pi_.hProcess, 5000);
+    ::CloseHandle(pi_.hProcess);
+    ::CloseHandle(pi_.hThread);
+}
+
+bool Running::WaitForExit(DWORD milliseconds) {
+    return ::WaitForSingleObject(pi_.hProcess, milliseconds) == WAIT_OBJECT_0;
+}
+
+std::unique_ptr<Running> HoldHotKey(UINT modifiers, UINT key) {
+    const std::wstring hold = std::to_wstring(modifiers) + L"," + std::to_wstring(key);
+    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", hold.c_str());
+    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", L"60000");
+    const Text recorder = RecorderPath();
+    auto holder = std::make_unique<Running>(std::wstring(recorder.begin(), recorder.end()));
+    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", nullptr);
+    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", nullptr);
+    return holder;
+}
+
 namespace {
 
 struct Search {

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,23 @@ struct RunResult {
 // Runs a program (on a desktop, if named) with the arguments and takes what it writes.
 RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
                      const wchar_t* desktop = nullptr);
+// A program started and left running; ended, if it still runs, when this goes.
+class Running {
+  public:
+    explicit Running(const std::wstring& program);
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+    ~Running();
+    [[nodiscard]] bool started() const { return pi_.hProcess != nullptr; }
+    [[nodiscard]] DWORD id() const { return pi_.dwProcessId; }
+    // True when it ended within the time.
+    bool WaitForExit(DWORD milliseconds);
+
+  private:
+    PROCESS_INFORMATION pi_{};
+};
+// Another program of the user's that holds a hotkey, through the recorder stand-in.
+std::unique_ptr<Running> HoldHotKey(UINT modifiers, UINT key);
 // The folder of the programs as built (build/windows/bin).
 std::wstring ProgramFolder();
 // A window of that class on the named desktop, shown by its program (or hidden, if allowed).

@@ -1,5 +1,7 @@
 #include "platform/sim/registry_hive.h"
 
+#include <cstring>
+
 namespace zk::sim {
 
 RegistryHive::RegistryHive() {
@@ -62,6 +64,26 @@ void RegistryHive::SetValue(const Text& path, const Text& name, std::uint32_t ty
         return;
     }
     key.values.push_back(RegValue{name, type, std::move(data)});
+}
+
+void RegistryHive::SetDword(const Text& path, const Text& name, std::int32_t value) {
+    std::vector<std::byte> data(4);
+    std::memcpy(data.data(), &value, 4);
+    SetValue(path, name, 4, std::move(data));
+}
+
+void RegistryHive::SetText(const Text& path, const Text& name, const Text& value) {
+    std::vector<std::byte> data((value.size() + 1) * 2);
+    std::memcpy(data.data(), value.c_str(), data.size());
+    SetValue(path, name, 1, std::move(data));
+}
+
+std::optional<std::int32_t> RegistryHive::Dword(const Text& path, const Text& name) const {
+    const RegValue* value = FindValue(path, name);
+    if (value == nullptr || value->type != 4 || value->data.size() != 4) return std::nullopt;
+    std::int32_t n = 0;
+    std::memcpy(&n, value->data.data(), 4);
+    return n;
 }
 
 bool RegistryHive::DeleteValue(const Text& path, const Text& name) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "platform/os.h"
@@ -26,6 +27,11 @@ class RegistryHive {
     const RegValue* FindValue(const Text& path, const Text& name) const;
     void SetValue(const Text& path, const Text& name, std::uint32_t type,
                   std::vector<std::byte> data);
+    // A REG_DWORD, and text as REG_SZ with its terminator, as another program would store them.
+    void SetDword(const Text& path, const Text& name, std::int32_t value);
+    void SetText(const Text& path, const Text& name, const Text& value);
+    // The value when it is a REG_DWORD of four bytes.
+    [[nodiscard]] std::optional<std::int32_t> Dword(const Text& path, const Text& name) const;
     bool DeleteValue(const Text& path, const Text& name);
     // The key's values in the order they were first written; nullptr when the key is missing.
     const std::vector<RegValue>* Values(const Text& path) const;
