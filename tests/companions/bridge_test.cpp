@@ -1,5 +1,5 @@
-// The bridge on the simulated session: what it forwards to whom, what it tells the desktops,
-// and how it keeps the herald of desktop 1 alive.
+// The bridge on the simulated session: what it forwards to whom and what it tells the desktops.
+// (How it keeps the herald of desktop 1 running is the herald's watchdog, checked end to end.)
 
 #include "DeskHerald/bridge.h"
 
@@ -21,9 +21,6 @@ class BridgeTest : public ::testing::Test {
             bridge_.Run();
             return 0;
         }) == 0;
-    }
-    std::string Up(int slot) {
-        return "Local\\Zelkova2.Up." + std::to_string(s_.controller) + "." + std::to_string(slot);
     }
 
     CompanionSession s_{u"DeskHerald.exe", u"Default"};
@@ -91,25 +88,6 @@ TEST_F(BridgeTest, WaitsForCommandsInTheirOrderAndEndsWithShutdownOrWithTheContr
         again.Run();
         return 0;
     }));
-}
-
-TEST_F(BridgeTest, StartsTheHeraldOfDesktop1AgainWhileTheControllerRuns) {
-    const std::uint32_t herald = s_.os.AddOtherProcess(u"DeskHerald.exe", s_.controller);
-    bridge_.State().Block().companions[HeraldSlot(1)] = herald;
-    s_.os.SetEventInOtherProcess(Up(HeraldSlot(1)));
-    EXPECT_FALSE(RunsToItsEnd());
-    s_.os.EndProcess(herald);
-    EXPECT_FALSE(RunsToItsEnd());
-    ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
-    const auto& started = s_.os.StartedProcesses()[0];
-    EXPECT_EQ(started.image, testing::kFolder + u"\\DeskHerald.exe");
-    EXPECT_EQ(started.commandLine, u" 1 " + DecimalText(s_.controller));
-    EXPECT_EQ(started.startupInfo.lpDesktop, u"Default");
-
-    s_.os.EndProcess(started.processId);  // it is watched from its start on
-    s_.os.EndProcess(s_.controller);      // and the controller is gone too: nothing again
-    EXPECT_TRUE(RunsToItsEnd());
-    EXPECT_EQ(s_.os.StartedProcesses().size(), 1u);
 }
 
 }  // namespace

@@ -35,7 +35,6 @@ struct FakeShell final : Herald::Shell {
 
 class HeraldTest : public ::testing::Test {
   protected:
-    explicit HeraldTest(int desk = 3) : desk_(desk) {}
     Herald& Make(int desk) {
         s_.os.StartOnDesktop(desk == 1 ? Text(u"Default") : u"desk" + DecimalText(desk));
         herald_ = std::make_unique<Herald>(s_.os, desk, controller_, shell_);
@@ -48,7 +47,6 @@ class HeraldTest : public ::testing::Test {
         }) == 0;
     }
 
-    int desk_;
     CompanionSession s_{u"DeskHerald.exe", u"Default"};
     ControllerProcess controller_{s_.os, 0};
     FakeShell shell_;
@@ -103,6 +101,9 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
     }
     EXPECT_EQ(shell_.questions.size(), 3u);
     EXPECT_NE(shell_.questions[0].find(u"stay on desktop 3"), Text::npos);
+    Herald(s_.os, 1, controller_, shell_).Command(TrayCommand::Exit);
+    EXPECT_EQ(shell_.questions.size(), 3u) << "on desktop 1 without a question";
+    EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"Shutdown"});
     s_.os.AddFile(kFolder + u"\\ZelkovaError.exe");
     herald.Command(TrayCommand::ErrorLog);
     herald.Command(TrayCommand::Settings);  // not there
@@ -112,12 +113,6 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
     EXPECT_NE(
         shell_.told[0].find(u"ZelkovaSettings.exe could not be started: The system cannot find"),
         Text::npos);
-}
-
-TEST_F(HeraldTest, ExitOnDesktop1ShutsDownWithoutAQuestion) {
-    Make(1).Command(TrayCommand::Exit);
-    EXPECT_TRUE(shell_.questions.empty());
-    EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"Shutdown"});
 }
 
 TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceWithReferencesExpandedOrTheShell) {

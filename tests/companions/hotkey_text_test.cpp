@@ -5,16 +5,10 @@
 namespace zk::ctl {
 namespace {
 
-TEST(HotKeyText, FormatsModifiersInOrderAndKeysByName) {
-    EXPECT_EQ(FormatHotKey({3, 0x62}), "Ctrl+Alt+Num 2");
-    EXPECT_EQ(FormatHotKey({3, 0x08}), "Ctrl+Alt+Backspace");
-    EXPECT_EQ(FormatHotKey({3, 0x6B}), "Ctrl+Alt+Num +");
+TEST(HotKeyText, ModifiersComeInOrderKeysByNameAndEveryFormattedHotKeyParsesBack) {
     EXPECT_EQ(FormatHotKey({12, 0x78}), "Shift+Win+F9");
-    EXPECT_EQ(FormatHotKey({0, 0x41}), "A");
+    EXPECT_EQ(FormatHotKey({3, 0x6B}), "Ctrl+Alt+Num +");
     EXPECT_EQ(FormatHotKey({2, 0xFF}), "Ctrl+key 255");
-}
-
-TEST(HotKeyText, EveryFormattedHotKeyParsesBackToItself) {
     for (std::int16_t key = 1; key < 0xFF; ++key) {
         for (const std::int16_t modifiers : {0, 3, 6, 15}) {
             const HotKeyCombo combo{modifiers, key};

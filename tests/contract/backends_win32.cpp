@@ -1,27 +1,15 @@
 #include <windows.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
-
 #include "contract/backends.h"
 #include "platform/win32/win32_os.h"
 #include "support/recorder_file.h"
+#include "support/windows_driver.h"
 
 namespace zk::contract {
 
 Backend SimBackend();
 
 namespace {
-
-// The major version of the Wine the tests run under; 0 on Windows.
-int WineVersion() {
-    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
-    using Version = const char*(CDECL*)();
-    const auto version = reinterpret_cast<Version>(
-        reinterpret_cast<void*>(::GetProcAddress(ntdll, "wine_get_version")));
-    return version != nullptr ? std::atoi(version()) : 0;
-}
 
 HotKeyHolder HoldHotKeyOn(Os& os, const Text& desktop, std::uint32_t modifiers, std::uint32_t key) {
     const std::wstring hold = std::to_wstring(modifiers) + L"," + std::to_wstring(key);
@@ -48,7 +36,7 @@ HotKeyHolder HoldHotKeyOn(Os& os, const Text& desktop, std::uint32_t modifiers, 
 Backend Win32Backend() {
     Backend b;
     b.make = [] { return std::make_unique<Win32Os>(); };
-    const int wine = WineVersion();
+    const int wine = support::WineVersion();
     b.name = wine == 0 ? "Windows" : "Wine" + std::to_string(wine);
     b.switchDesktopLeavesInputDesktop = wine != 0 && wine < 10;
     b.sendInputFromAnyDesktop = wine != 0 && wine < 10;
@@ -61,10 +49,9 @@ Backend Win32Backend() {
     };
     b.observe = [](Os& os, const ProcessInformation& pi) -> std::optional<Recorded> {
         if (os.WaitForSingleObject(pi.hProcess, 20000) != WaitObject0) return std::nullopt;
-        const auto records = support::ReadRecords();
-        if (records.empty()) return std::nullopt;
-        const auto& r = records.back();
-        return Recorded{r.commandLine, r.desktop, r.title};
+        const auto r = support::LastRecord();
+        if (!r) return std::nullopt;
+        return Recorded{r->commandLine, r->desktop, r->title};
     };
     return b;
 }

@@ -10,7 +10,7 @@ namespace {
 const Text kAppData = u"C:\\Users\\user1\\AppData\\Local";
 const Text kLog = kAppData + u"\\ZelkovaErrors.txt";
 
-TEST(ErrLogFolder, AddsOneBackslashAndRemembersOnlyASuccessfulLookup) {
+TEST(ErrLogFolder, AddsOneBackslashAndRemembersOnlyASuccessfulLookupNotTheFallback) {
     sim::SimOs os;
     ErrLog log(os);
     EXPECT_EQ(log.LogFolder(), kAppData + u"\\");
@@ -21,9 +21,7 @@ TEST(ErrLogFolder, AddsOneBackslashAndRemembersOnlyASuccessfulLookup) {
     sim::SimOs trailing;
     trailing.SetLocalAppData(u"E:\\Data\\");
     EXPECT_EQ(ErrLog(trailing).LogFolder(), u"E:\\Data\\");
-}
 
-TEST(ErrLogFolder, FallsBackWithoutRememberingTheFallback) {
     struct Case {
         std::int32_t result;
         Text folder;
@@ -40,8 +38,9 @@ TEST(ErrLogFolder, FallsBackWithoutRememberingTheFallback) {
     }
 }
 
-TEST(ErrLogEntry, IsDateTimeBlankMessageAndLineEndInTheAnsiCodePage) {
+TEST(ErrLogEntry, IsDateTimeBlankMessageAndLineEndInTheAnsiCodePageAppendedToWhatIsThere) {
     sim::SimOs os;
+    os.AddFile(kLog, "old\n");
     ErrLog log(os);
     log.LogError(u"Zelkova: caf\u00E9");
     os.SetLocalTime({2026, 11, 0, 23, 0, 0, 0, 0});
@@ -49,25 +48,14 @@ TEST(ErrLogEntry, IsDateTimeBlankMessageAndLineEndInTheAnsiCodePage) {
     os.SetLocalTime({2026, 11, 0, 23, 0, 0, 1, 0});
     log.LogError(u"");
     EXPECT_EQ(os.FileText(kLog),
-              "11/22/2026 2:05:09 PM Zelkova: caf\xE9\r\n"
+              "old\n11/22/2026 2:05:09 PM Zelkova: caf\xE9\r\n"
               "11/23/2026 at midnight\r\n"
               "11/23/2026 12:00:01 AM \r\n");
-}
-
-TEST(ErrLogEntry, AppendsToWhatIsThereOpeningAndClosingTheFileEachTime) {
-    sim::SimOs os;
-    os.AddFile(kLog, {std::byte{'o'}, std::byte{'l'}, std::byte{'d'}, std::byte{'\n'}});
-    ErrLog log(os);
-    log.LogError(u"first");
-    log.LogError(u"second");
-    EXPECT_EQ(os.FileText(kLog),
-              "old\n11/22/2026 2:05:09 PM first\r\n11/22/2026 2:05:09 PM second\r\n");
-    EXPECT_EQ(os.journal().Count("CreateFileW"), 2);
-    EXPECT_EQ(os.journal().Count("CloseHandle"), 2);
+    EXPECT_EQ(os.journal().Count("CreateFileW"), 3) << "opened and closed for each entry";
     EXPECT_EQ(os.OpenHandleCount(), 0u);
 }
 
-TEST(ErrLogEntry, GoesToTheFallbackFolderOrTheCurrentDirectory) {
+TEST(ErrLogEntry, GoesToTheFallbackFolderOrTheCurrentDirectoryAndAFailedWriteIsSwallowed) {
     sim::SimOs os;
     os.AddFolder(u"C:\\");
     os.SetFolderPathResult(EInvalidArg);
@@ -77,20 +65,17 @@ TEST(ErrLogEntry, GoesToTheFallbackFolderOrTheCurrentDirectory) {
     os.SetFolderPathResult(static_cast<std::int32_t>(0x80004005));
     ErrLog(os).LogError(u"y");
     EXPECT_NE(os.FileText(u"C:\\Program Files\\Zelkova2\\ZelkovaErrors.txt"), "");
+
+    sim::SimOs unwritable;
+    unwritable.MakeUnwritable(kLog);
+    EXPECT_NO_THROW(ErrLog(unwritable).LogError(u"lost"));
+    unwritable.faults().FailEvery("WriteFile", ErrorAccessDenied);
+    EXPECT_NO_THROW(ErrLog(unwritable).LogError(u"lost"));
+    EXPECT_EQ(unwritable.FileContents(kLog), std::nullopt);
+    EXPECT_EQ(unwritable.OpenHandleCount(), 0u);
 }
 
-TEST(ErrLogEntry, AnUnwritableLogIsSwallowed) {
-    sim::SimOs os;
-    os.MakeUnwritable(kLog);
-    ErrLog log(os);
-    EXPECT_NO_THROW(log.LogError(u"lost"));
-    os.faults().FailEvery("WriteFile", ErrorAccessDenied);
-    EXPECT_NO_THROW(log.LogError(u"lost"));
-    EXPECT_EQ(os.FileContents(kLog), std::nullopt);
-    EXPECT_EQ(os.OpenHandleCount(), 0u);
-}
-
-TEST(ErrorReporter, StartsTheReporterBesideTheExecutableMinimisedWithNoArguments) {
+TEST(ErrorReporter, StartsTheReporterBesideTheExecutableMinimisedOrSwallowsItsAbsence) {
     sim::SimOs os;
     os.SetModuleFileName(u"D:\\Apps\\Tools\\Zelkova2.exe");
     os.AddFile(u"D:\\Apps\\Tools\\ZelkovaError.exe");
@@ -103,13 +88,10 @@ TEST(ErrorReporter, StartsTheReporterBesideTheExecutableMinimisedWithNoArguments
     EXPECT_EQ(started.startupInfo.wShowWindow, SwShowMinimized);
     EXPECT_EQ(started.startupInfo.lpDesktop, std::nullopt);
     EXPECT_EQ(os.OpenHandleCount(), 0u);
-}
 
-TEST(ErrorReporter, AMissingReporterIsSwallowedAndNotLogged) {
-    sim::SimOs os;
-    EXPECT_NO_THROW(ErrLog(os).StartErrorReporter());
-    EXPECT_TRUE(os.StartedProcesses().empty());
-    EXPECT_EQ(os.FileContents(kLog), std::nullopt);
+    sim::SimOs missing;
+    EXPECT_NO_THROW(ErrLog(missing).StartErrorReporter());
+    EXPECT_EQ(missing.FileContents(kLog), std::nullopt) << "a missing reporter is not logged";
 }
 
 }  // namespace

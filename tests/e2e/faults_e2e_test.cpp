@@ -24,19 +24,13 @@ using support::ProgramFolder;
 using support::RunResult;
 using support::Within;
 
+using e2e::Kill;
 using Faults = e2e::SystemTest;
 
-DWORD ProcessOf(HWND window) {
+DWORD ControllerId() {
     DWORD id = 0;
-    ::GetWindowThreadProcessId(window, &id);
+    ::GetWindowThreadProcessId(::FindWindowW(nullptr, L"Zelkova 2"), &id);
     return id;
-}
-
-void Kill(DWORD id) {
-    const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
-    ::TerminateProcess(process, 9);
-    ::WaitForSingleObject(process, 5000);
-    ::CloseHandle(process);
 }
 
 bool Alive(DWORD id) {
@@ -49,7 +43,7 @@ bool Alive(DWORD id) {
 TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
     ASSERT_TRUE(Start());
     Win32Os os;
-    SharedState state(os, ProcessOf(::FindWindowW(nullptr, L"Zelkova 2")));
+    SharedState state(os, ControllerId());
     for (const int slot : {PilotSlot(2), HeraldSlot(5), HeraldSlot(1)}) {
         const DWORD killed = state.Block().companions[slot];
         Kill(killed);
@@ -70,7 +64,7 @@ TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
 
 TEST_F(Faults, AKilledControllerTakesEveryCompanionWithItAndAStartBringsThemBack) {
     ASSERT_TRUE(Start());
-    Kill(ProcessOf(::FindWindowW(nullptr, L"Zelkova 2")));
+    Kill(ControllerId());
     EXPECT_TRUE(Within(5000, [] { return e2e::CompanionCount() == 0; }));
     EXPECT_TRUE(Start());
 }
@@ -79,7 +73,7 @@ TEST_F(Faults, AKilledControllerTakesEveryCompanionWithItAndAStartBringsThemBack
 // serves the controller that started it: with the first gone, the second's still work.
 TEST_F(Faults, ASecondCopyStartsItsOwnCompanionsWhichKeepToIt) {
     ASSERT_TRUE(Start());
-    const DWORD first = ProcessOf(::FindWindowW(nullptr, L"Zelkova 2"));
+    const DWORD first = ControllerId();
     const std::size_t logged = LogText().size();
     support::Running second(ProgramFolder() + L"\\Zelkova2.exe");
     ASSERT_TRUE(second.started());

@@ -13,14 +13,18 @@ std::size_t CompanionCount() {
     return ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe"}).size();
 }
 
+void Kill(DWORD id) {
+    const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+    if (process == nullptr) return;
+    ::TerminateProcess(process, 99);
+    ::WaitForSingleObject(process, 5000);
+    ::CloseHandle(process);
+}
+
 void EndStragglers() {
     for (const DWORD id : ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe", L"Zelkova2.exe",
                                           L"ZelkovaError.exe", L"ZelkovaSettings.exe"})) {
-        const HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
-        if (process == nullptr) continue;
-        ::TerminateProcess(process, 99);
-        ::WaitForSingleObject(process, 5000);
-        ::CloseHandle(process);
+        Kill(id);
     }
 }
 

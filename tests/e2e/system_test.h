@@ -18,6 +18,8 @@ inline const wchar_t* const kDesks[] = {L"Default", L"desk2", L"desk3", L"desk4"
 inline constexpr WORD kNumPad[] = {0, VK_NUMPAD1, VK_NUMPAD2, VK_NUMPAD3, VK_NUMPAD4};
 
 std::size_t CompanionCount();
+// Ends a process at once, as the Task Manager does.
+void Kill(DWORD id);
 // Ends what a test left running of Zelkova2's programs.
 void EndStragglers();
 void ShowDefault();

@@ -68,16 +68,6 @@ TEST_F(UsersDay, ThePreviewOpensOnItsDesktopAndAKeyInItShowsTheChosenDesktop) {
     EXPECT_TRUE(Within(2000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
 }
 
-TEST_F(UsersDay, AHotKeySetByTheControlToolWorksOnAnotherDesktopWithoutARestart) {
-    ASSERT_TRUE(Start());
-    const RunResult set = Ctl(L"hotkey set 1 Ctrl+Shift+F9");
-    EXPECT_EQ(set.exitCode, 0u) << set.output;
-    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD2}));
-    ASSERT_TRUE(Shown(2));
-    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_SHIFT, VK_F9}));
-    EXPECT_TRUE(Shown(1)) << "the new combination, typed on desktop 2";
-}
-
 TEST_F(UsersDay, ShutdownLeavesTheShownDesktopAndARestartFromDesk3EndsOnDefault) {
     ASSERT_TRUE(Start());
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));

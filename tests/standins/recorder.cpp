@@ -1,5 +1,5 @@
-// A stand-in program for tests under Wine: it appends how it was started (its file name,
-// command line, desktop and window title) as one line to the file named by ZK_RECORD_FILE,
+// A stand-in program for tests under Wine: it appends how it was started (its command line,
+// desktop and window title) as one line to the file named by ZK_RECORD_FILE,
 // then ends, or waits first for as many milliseconds as ZK_RECORDER_LINGER_MS says. It can also
 // play another program of the user's desktop:
 //   ZK_HOLD_HOTKEY="modifiers,key"  registers that hotkey on a window of its own desktop;
@@ -12,16 +12,6 @@
 #include <vector>
 
 namespace {
-
-std::string Utf8(const std::wstring& text) {
-    if (text.empty()) return {};
-    const int n = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                        nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<std::size_t>(n), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(), n,
-                          nullptr, nullptr);
-    return out;
-}
 
 std::wstring Env(const wchar_t* name) {
     wchar_t value[1024] = {};
@@ -87,31 +77,22 @@ int wmain() {
     if (!keys.empty() && Type(keys)) exitCode |= 4;
     const std::wstring wait = Env(L"ZK_HOTKEY_WAIT_MS");
     if (!wait.empty() && HotKeyCame(static_cast<DWORD>(std::stoul(wait)))) exitCode |= 2;
-    wchar_t module[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, module, MAX_PATH);
-    std::wstring name = module;
-    name = name.substr(name.find_last_of(L'\\') + 1);
-
     wchar_t desktop[256] = {};
     ::GetUserObjectInformationW(::GetThreadDesktop(::GetCurrentThreadId()), UOI_NAME, desktop,
                                 sizeof desktop - sizeof desktop[0], nullptr);
     STARTUPINFOW si{};
     si.cb = sizeof si;
     ::GetStartupInfoW(&si);
-    const std::wstring title = si.lpTitle != nullptr ? si.lpTitle : L"";
-
-    const std::string line = Utf8(name) + "\t" + Utf8(::GetCommandLineW()) + "\t" + Utf8(desktop) +
-                             "\t" + Utf8(title) + "\t" + std::to_string(si.wShowWindow) + "\n";
+    // One line of UTF-16: command line, desktop and title, separated by tabs.
+    const std::wstring line = std::wstring(::GetCommandLineW()) + L"\t" + desktop + L"\t" +
+                              (si.lpTitle != nullptr ? si.lpTitle : L"") + L"\n";
     const std::wstring file = Env(L"ZK_RECORD_FILE");
-    if (!file.empty()) {
-        const HANDLE h =
-            ::CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                          nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (h != INVALID_HANDLE_VALUE) {
-            DWORD written = 0;
-            ::WriteFile(h, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-            ::CloseHandle(h);
-        }
+    const HANDLE h = ::CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
+                                   OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (!file.empty() && h != INVALID_HANDLE_VALUE) {
+        DWORD written = 0;
+        ::WriteFile(h, line.data(), static_cast<DWORD>(line.size() * 2), &written, nullptr);
+        ::CloseHandle(h);
     }
     const std::wstring linger = Env(L"ZK_RECORDER_LINGER_MS");
     if (!linger.empty()) ::Sleep(static_cast<DWORD>(std::stoul(linger)));

@@ -3,19 +3,10 @@
 #include <windows.h>
 
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 namespace zk::support {
 namespace {
-
-Text FromUtf8(const std::string& s) {
-    if (s.empty()) return {};
-    const int n =
-        ::MultiByteToWideChar(CP_UTF8, 0, s.data(), static_cast<int>(s.size()), nullptr, 0);
-    std::wstring w(static_cast<std::size_t>(n), L'\0');
-    ::MultiByteToWideChar(CP_UTF8, 0, s.data(), static_cast<int>(s.size()), w.data(), n);
-    return Text(w.begin(), w.end());
-}
 
 // Each recording gets a file of its own, so that late writers of an earlier one never mix in.
 int g_recording = 0;
@@ -32,9 +23,8 @@ std::wstring RecordFile() {
 Text TestFolder() {
     wchar_t module[MAX_PATH] = {};
     ::GetModuleFileNameW(nullptr, module, MAX_PATH);
-    std::wstring path = module;
-    path = path.substr(0, path.find_last_of(L'\\'));
-    return Text(path.begin(), path.end());
+    const std::wstring path = module;
+    return Text(path.begin(), path.begin() + static_cast<long>(path.find_last_of(L'\\')));
 }
 
 Text RecorderPath() {
@@ -43,26 +33,23 @@ Text RecorderPath() {
 
 void StartRecording() {
     ++g_recording;
-    const std::wstring file = RecordFile();
-    ::DeleteFileW(file.c_str());
-    ::SetEnvironmentVariableW(L"ZK_RECORD_FILE", file.c_str());
+    ::DeleteFileW(RecordFile().c_str());
+    ::SetEnvironmentVariableW(L"ZK_RECORD_FILE", RecordFile().c_str());
 }
 
-std::vector<Record> ReadRecords() {
-    std::vector<Record> records;
+std::optional<Record> LastRecord() {
     std::ifstream in(RecordFile().c_str(), std::ios::binary);
-    std::string line;
-    while (std::getline(in, line)) {
-        std::vector<std::string> fields;
-        std::stringstream ss(line);
-        std::string field;
-        while (std::getline(ss, field, '\t'))
-            fields.push_back(field);
-        if (fields.size() < 5) continue;
-        records.push_back(Record{FromUtf8(fields[0]), FromUtf8(fields[1]), FromUtf8(fields[2]),
-                                 FromUtf8(fields[3]), std::stoi(fields[4])});
-    }
-    return records;
+    const std::string bytes(std::istreambuf_iterator<char>(in), {});
+    Text text(bytes.size() / 2, u'\0');
+    std::copy(bytes.begin(), bytes.begin() + static_cast<long>(text.size() * 2),
+              reinterpret_cast<char*>(text.data()));
+    if (text.empty()) return std::nullopt;
+    text.pop_back();  // the line's end
+    const Text line = text.substr(text.find_last_of(u'\n') + 1);
+    const auto tab1 = line.find(u'\t'), tab2 = line.find(u'\t', tab1 + 1);
+    if (tab2 == Text::npos) return std::nullopt;
+    return Record{line.substr(0, tab1), line.substr(tab1 + 1, tab2 - tab1 - 1),
+                  line.substr(tab2 + 1)};
 }
 
 }  // namespace zk::support

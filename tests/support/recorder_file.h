@@ -1,26 +1,21 @@
 #pragma once
-// Reading back what the recorder stand-in wrote (tests under Wine only).
+// The recorder stand-in beside the tests, and what it wrote of how it was started.
 
-#include <string>
-#include <vector>
+#include <optional>
 
 #include "platform/os.h"
 
 namespace zk::support {
 
 struct Record {
-    Text program;
-    Text commandLine;
-    Text desktop;
-    Text title;
-    int showWindow = 0;
+    Text commandLine, desktop, title;
 };
 
-// The recorder beside the running test executable.
-Text RecorderPath();
 Text TestFolder();
+Text RecorderPath();
 // Points ZK_RECORD_FILE (inherited by programs started from now on) at a fresh, empty file.
 void StartRecording();
-std::vector<Record> ReadRecords();
+// The last record written there.
+std::optional<Record> LastRecord();
 
 }  // namespace zk::support

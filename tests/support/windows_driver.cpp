@@ -11,22 +11,6 @@
 
 namespace zk::support {
 
-void Press(std::initializer_list<WORD> keys) {
-    std::vector<INPUT> inputs;
-    auto add = [&](WORD key, DWORD flags) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = flags;
-        inputs.push_back(input);
-    };
-    for (const WORD key : keys)
-        add(key, 0);
-    for (auto it = keys.end(); it != keys.begin();)
-        add(*--it, KEYEVENTF_KEYUP);
-    ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
 int WineVersion() {
     const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
     using Version = const char*(CDECL*)();
@@ -182,13 +166,6 @@ std::string LogText() {
     const std::wstring path = LogPath();
     std::ifstream in(path.c_str(), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
-}
-
-std::string SystemText(DWORD code) {
-    char text[256] = {};
-    const DWORD n = ::FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                     nullptr, code, 0, text, 256, nullptr);
-    return std::string(text, n);
 }
 
 void SetDword(const std::wstring& key, const wchar_t* name, DWORD value) {

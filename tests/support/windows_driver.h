@@ -1,6 +1,6 @@
 #pragma once
-// What the tests under Wine do as a user or another program would: press keys, wait for a
-// condition, read the error log, set hotkey values, find processes.
+// What the tests under Wine do as a user or another program would: type keys, wait for a
+// condition, start programs, read the error log, set hotkey values, find processes.
 
 #include <windows.h>
 
@@ -10,9 +10,6 @@
 #include <vector>
 
 namespace zk::support {
-
-// Presses the keys in order and lets them go in reverse order, through SendInput.
-void Press(std::initializer_list<WORD> keys);
 
 // Asks `condition` every 20 ms until it holds or the time is up.
 template <class Condition>
@@ -68,8 +65,6 @@ std::wstring Caption(HWND window);
 
 std::wstring LogPath();
 std::string LogText();
-// The system's text for an error code, as ANSI.
-std::string SystemText(DWORD code);
 void SetDword(const std::wstring& key, const wchar_t* name, DWORD value);
 std::vector<DWORD> ProcessesNamed(std::initializer_list<const wchar_t*> names);
 

@@ -45,11 +45,14 @@ TEST(AppIcon, BigThenSmallEachToTheTopOwnerBeforeTheWindow) {
     EXPECT_TRUE(sends[3].starts_with(to(window, 0))) << sends[3];
 }
 
-TEST(AppIcon, AWindowWithoutOwnerGetsEachIconTwiceAndNoOwnerIsAskedWhenNotWanted) {
+TEST(AppIcon, WithoutOwnerEachIconGoesTwiceNoOwnerIsAskedWhenNotWantedAndUnknownClears) {
     sim::SimOs os;
     const Hwnd window = testing::MakeProbeWindow(os);
     AppIcon::SetWindowIcons(os, window, u"AAA", true);
     EXPECT_EQ(IconSends(os).size(), 4u);
+    AppIcon::SetWindowIcons(os, window, u"NOPE", true);
+    EXPECT_EQ(os.WindowIcon(window, true), nullptr) << "an unknown group clears the icons";
+    EXPECT_EQ(os.WindowIcon(window, false), nullptr);
 
     sim::SimOs other;
     const Hwnd owner = testing::MakeProbeWindow(other);
@@ -58,15 +61,6 @@ TEST(AppIcon, AWindowWithoutOwnerGetsEachIconTwiceAndNoOwnerIsAskedWhenNotWanted
     EXPECT_EQ(IconSends(other).size(), 2u);
     EXPECT_EQ(other.journal().Count("GetWindow"), 0);
     EXPECT_EQ(other.WindowIcon(owner, true), nullptr);
-}
-
-TEST(AppIcon, AnUnknownGroupClearsTheIcons) {
-    sim::SimOs os;
-    const Hwnd window = testing::MakeProbeWindow(os);
-    AppIcon::SetWindowIcons(os, window, u"AAA", true);
-    AppIcon::SetWindowIcons(os, window, u"NOPE", true);
-    EXPECT_EQ(os.WindowIcon(window, true), nullptr);
-    EXPECT_EQ(os.WindowIcon(window, false), nullptr);
 }
 
 }  // namespace

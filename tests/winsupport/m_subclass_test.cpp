@@ -1,5 +1,5 @@
-// Subclassing cases that need the simulated session: exact handle values, a window of another
-// process, an installation the system refuses, and a receiver that throws.
+// Subclassing: who sees a message and whose result counts, with one receiver or several; the
+// names of the window properties; and the errors, in the order of the checks.
 
 #include "winsupport/m_subclass.h"
 
@@ -13,7 +13,10 @@
 namespace zk {
 namespace {
 
+using testing::g_seen;
+using testing::kOriginalResult;
 using testing::MakeProbe;
+using Seen = std::vector<std::string>;
 
 std::vector<Text> PropNames(sim::SimOs& os, Hwnd w) {
     std::vector<Text> names;
@@ -22,13 +25,185 @@ std::vector<Text> PropNames(sim::SimOs& os, Hwnd w) {
     return names;
 }
 
-std::int32_t ErrorNumberOf(const std::function<void()>& attach) {
+std::optional<ZkError> ErrorOf(const std::function<void()>& attach) {
     try {
         attach();
     } catch (const ZkError& e) {
-        return e.number();
+        return e;
     }
-    return 0;
+    return std::nullopt;
+}
+
+constexpr std::int32_t kOne = WmUser + 1;
+constexpr std::int32_t kTwo = WmUser + 2;
+
+// Message routing through a subclassed window (the system's part of it, replacing and calling
+// window procedures, is compared with the real system by the contract suite).
+class Subclassing : public ::testing::Test {
+  protected:
+    Subclassing() : context_(os_), window_(testing::MakeProbeWindow(os_)) { g_seen.clear(); }
+    Lresult Send(std::int32_t message) {
+        return os_.SendMessageW(window_, static_cast<std::uint32_t>(message), 0, 0);
+    }
+    std::intptr_t CurrentProcedure() { return os_.GetWindowLongPtrW(window_, GwlpWndProc); }
+    sim::SimOs os_;
+    ProcessContext context_;
+    Hwnd window_;
+};
+
+TEST_F(Subclassing, OneReceiverAndItsAnswerDecideWhoSeesTheMessageAndWhoseResultCounts) {
+    struct Case {
+        std::int32_t response;
+        Seen seen;
+        Lresult result;
+    };
+    const Case cases[] = {
+        {CallOriginalAfter, {"A asked 1", "A proc 1", "A asked 1", "original 1"}, kOriginalResult},
+        {CallOriginalBefore, {"A asked 1", "original 1", "A proc 1", "A asked 1"}, 5},
+        {ConsumeMessage, {"A asked 1", "A proc 1", "A asked 1"}, 5},
+        {7, {"A asked 1", "A proc 1", "A asked 1"}, 5},
+    };
+    for (const auto& c : cases) {
+        auto a = MakeProbe("A", c.response, 5);
+        MSubclass::AttachReceiver(*a, window_, kOne);
+        g_seen.clear();
+        EXPECT_EQ(Send(kOne), c.result) << "response " << c.response;
+        EXPECT_EQ(g_seen, c.seen) << "response " << c.response;
+        g_seen.clear();
+        EXPECT_EQ(Send(kTwo), kOriginalResult) << "a message nobody wants passes through";
+        EXPECT_EQ(g_seen, Seen{"original 2"});
+        MSubclass::DetachReceiver(*a, window_, kOne);
+    }
+}
+
+TEST_F(Subclassing, WithTwoReceiversTheFirstDecidesBeforeAndTheLastAfter) {
+    struct Case {
+        std::int32_t first, last;
+        Seen seen;
+        Lresult result;
+    };
+    const Case cases[] = {
+        {CallOriginalBefore,
+         CallOriginalAfter,
+         {"A asked 1", "original 1", "A proc 1", "B proc 1", "B asked 1"},
+         6},
+        {ConsumeMessage,
+         CallOriginalAfter,
+         {"A asked 1", "A proc 1", "B proc 1", "B asked 1", "original 1"},
+         kOriginalResult},
+        {CallOriginalAfter, ConsumeMessage, {"A asked 1", "A proc 1", "B proc 1", "B asked 1"}, 6},
+    };
+    for (const auto& c : cases) {
+        auto a = MakeProbe("A", c.first, 5);
+        auto b = MakeProbe("B", c.last, 6);
+        MSubclass::AttachReceiver(*a, window_, kOne);
+        MSubclass::AttachReceiver(*b, window_, kOne);
+        g_seen.clear();
+        EXPECT_EQ(Send(kOne), c.result);
+        EXPECT_EQ(g_seen, c.seen);
+        MSubclass::DetachReceiver(*b, window_, kOne);
+        MSubclass::DetachReceiver(*a, window_, kOne);
+    }
+}
+
+TEST_F(Subclassing, DetachingTheMiddleReceiverKeepsTheOthersInOrder) {
+    auto a = MakeProbe("A", ConsumeMessage, 1);
+    auto b = MakeProbe("B", ConsumeMessage, 2);
+    auto c = MakeProbe("C", ConsumeMessage, 3);
+    for (auto* r : {a.get(), b.get(), c.get()})
+        MSubclass::AttachReceiver(*r, window_, kOne);
+    MSubclass::DetachReceiver(*b, window_, kOne);
+    using MSubclass::GetProp;
+    using MSubclass::ReceiverName;
+    EXPECT_EQ(GetProp(window_, MSubclass::ReceiverCountName(window_, kOne)), 2);
+    EXPECT_EQ(GetProp(window_, ReceiverName(window_, kOne, 2)),
+              reinterpret_cast<std::intptr_t>(static_cast<ISubclass*>(c.get())));
+    EXPECT_EQ(GetProp(window_, ReceiverName(window_, kOne, 3)), 0);
+    g_seen.clear();
+    EXPECT_EQ(Send(kOne), 3);
+    EXPECT_EQ(g_seen, (Seen{"A asked 1", "A proc 1", "C proc 1", "C asked 1"}));
+    MSubclass::DetachReceiver(*a, window_, kOne);
+    MSubclass::DetachReceiver(*c, window_, kOne);
+}
+
+TEST_F(Subclassing, TheProcedureComesBackWithTheLastDetachAndOnlyCountsAreLeft) {
+    const std::intptr_t original = CurrentProcedure();
+    auto a = MakeProbe("A", CallOriginalAfter, 1);
+    MSubclass::AttachReceiver(*a, window_, kOne);
+    MSubclass::AttachReceiver(*a, window_, kTwo);
+    EXPECT_EQ(MSubclass::GetProp(window_, MSubclass::AttachCountName(window_)), 2);
+    EXPECT_EQ(MSubclass::GetProp(window_, MSubclass::HandleText(window_)), original);
+    g_seen.clear();
+    EXPECT_EQ(Send(kTwo), kOriginalResult);
+    EXPECT_EQ(g_seen, (Seen{"A asked 2", "A proc 2", "A asked 2", "original 2"}));
+
+    MSubclass::DetachReceiver(*a, window_, kOne);
+    EXPECT_EQ(CurrentProcedure(), reinterpret_cast<std::intptr_t>(&MSubclass::SubclassWindowProc));
+    MSubclass::DetachReceiver(*a, window_, kTwo);
+    EXPECT_EQ(CurrentProcedure(), original);
+    for (const Text& gone : {MSubclass::AttachCountName(window_), MSubclass::HandleText(window_),
+                             MSubclass::ReceiverName(window_, kOne, 1)}) {
+        EXPECT_EQ(os_.GetPropW(window_, gone), nullptr);
+    }
+    EXPECT_EQ(os_.GetPropW(window_, MSubclass::ReceiverCountName(window_, kOne)), nullptr)
+        << "a count of 0 reads as no property";
+    g_seen.clear();
+    EXPECT_EQ(Send(kOne), kOriginalResult);
+    EXPECT_EQ(g_seen, Seen{"original 1"});
+}
+
+TEST_F(Subclassing, AReceiverMayDetachItselfAndDestroyTheWindowDuringItsOwnMessage) {
+    auto owner = MakeProbe("A", CallOriginalAfter, 1);
+    std::weak_ptr<testing::Probe> alive = owner;
+    MSubclass::AttachReceiver(*owner, window_, kOne);
+    MSubclass::AttachReceiver(*owner, window_, kTwo);
+    Os& os = os_;
+    owner->during = [&, self = owner.get()](Hwnd w, std::int32_t, Wparam, Lparam) {
+        MSubclass::DetachReceiver(*self, w, kTwo);
+        MSubclass::DetachReceiver(*self, w, kOne);
+        (void)os.DestroyWindow(w);
+        owner.reset();  // the last owner lets go while the dispatcher still uses it
+    };
+    g_seen.clear();
+    EXPECT_EQ(Send(kOne), kOriginalResult) << "the previous procedure still answers";
+    EXPECT_EQ(g_seen, (Seen{"A asked 1", "A proc 1", "A asked 1", "original 1"}));
+    EXPECT_TRUE(alive.expired()) << "released once the dispatcher is done with it";
+    EXPECT_FALSE(os.IsWindow(window_));
+}
+
+// The checks of an attach, in their order, each with its number, source and description.
+TEST_F(Subclassing, AttachRefusesAGoneOrForeignWindowAFailedInstallAndADoubleAttach) {
+    os_.SetModuleFileName(u"C:\\Apps\\Zelkova2.exe");
+    auto a = MakeProbe("A", CallOriginalAfter, 1);
+    const Hwnd gone = testing::MakeProbeWindow(os_);
+    ASSERT_TRUE(os_.DestroyWindow(gone));
+    os_.faults().FailNth("SetWindowLongPtrW", 1, ErrorAccessDenied);
+    struct Case {
+        Hwnd window;
+        std::uint32_t number;
+        Text description;
+    };
+    const Case cases[] = {
+        {gone, 0x8004331B, u"Invalid window"},  // 13083 | 0x80040000
+        {os_.CreateWindowInOtherProcess(), 0x8004331C, u"Can't modify external window"},
+        {window_, 0x80043319, u"Can't subclass window"}};
+    for (const Case& c : cases) {
+        const auto error = ErrorOf([&] { MSubclass::AttachReceiver(*a, c.window, kOne); });
+        ASSERT_TRUE(error.has_value()) << c.number;
+        EXPECT_EQ(static_cast<std::uint32_t>(error->number()), c.number);
+        EXPECT_EQ(error->source(), u"Zelkova2.WindowProc");
+        EXPECT_EQ(error->description(), c.description);
+    }
+    EXPECT_TRUE(PropNames(os_, window_).empty()) << "a refused install changes nothing";
+    MSubclass::AttachReceiver(*a, window_, kOne);
+    const auto twice = ErrorOf([&] { MSubclass::AttachReceiver(*a, window_, kOne); });
+    ASSERT_TRUE(twice.has_value());
+    EXPECT_EQ(twice->description(), u"Message already handled by another class");
+    EXPECT_EQ(MSubclass::GetProp(window_, MSubclass::AttachCountName(window_)), 2)
+        << "the attach count is raised before the check";
+    EXPECT_EQ(MSubclass::GetProp(window_, MSubclass::ReceiverCountName(window_, kOne)), 1);
+    MSubclass::DetachReceiver(*a, window_, kOne);
+    MSubclass::DetachReceiver(*a, window_, kOne);
 }
 
 TEST(MSubclassNames, PropertiesAreNamedAfterTheHandlesLow32BitsAsSignedDecimal) {
@@ -48,28 +223,6 @@ TEST(MSubclassNames, PropertiesAreNamedAfterTheHandlesLow32BitsAsSignedDecimal) 
     os.SetNextWindowHandle(static_cast<std::intptr_t>(0xFFFFFFFF80001234ull));
     const Hwnd high = testing::MakeProbeWindow(os);
     EXPECT_EQ(MSubclass::ReceiverName(high, 786, 2), u"-2147478988#786#2");
-}
-
-TEST(MSubclassErrors, ComeInTheOrderOfTheChecksWithNumberSourceAndDescription) {
-    sim::SimOs os;
-    os.SetModuleFileName(u"C:\\Apps\\Zelkova2.exe");
-    ProcessContext context(os);
-    auto a = MakeProbe("A", CallOriginalAfter, 1);
-    const Hwnd external = os.CreateWindowInOtherProcess();
-    EXPECT_EQ(ErrorNumberOf([&] { MSubclass::AttachReceiver(*a, external, 786); }),
-              static_cast<std::int32_t>(0x8004331C));
-
-    const Hwnd w = testing::MakeProbeWindow(os);
-    os.faults().FailNth("SetWindowLongPtrW", 1, ErrorAccessDenied);
-    try {
-        MSubclass::AttachReceiver(*a, w, 786);
-        ADD_FAILURE();
-    } catch (const ZkError& e) {
-        EXPECT_EQ(e.number(), static_cast<std::int32_t>(0x80043319));
-        EXPECT_EQ(e.source(), u"Zelkova2.WindowProc");
-        EXPECT_EQ(e.description(), u"Can't subclass window");
-    }
-    EXPECT_TRUE(PropNames(os, w).empty()) << "nothing changed";
 }
 
 TEST(MSubclassGuard, AReceiversErrorIsReportedAndTheSystemGetsZero) {
