@@ -56,8 +56,8 @@ ZK_ENTRY int ZkDeskHerald(int) {
     }
     HeraldShell shell(args.desk);
     Herald herald(os, args.desk, controller, shell);
+    herald.Start();  // looks at the desktop before the icon (under Wine, a tray window) is added
     shell.Attach(herald);
-    herald.Start();
     herald.Run();
     return 0;
 }

@@ -33,7 +33,8 @@ class Pilot {
     };
     enum WakeKind { kSwitchTo = 1, kPreview, kReadReg, kShutdown, kShown, kControllerEnded };
     enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2 };
-    static constexpr std::uint32_t kMoment = 1000;
+    // The first picture waits until the herald's banner (shown for a second) has gone.
+    static constexpr std::uint32_t kMoment = 1500;
     static constexpr std::uint32_t kHalfMinute = 30000;
 
     // `window` is the switcher's own window on desktop N: it holds the hotkeys and timers.
