@@ -5,51 +5,33 @@
 
 #include <shellapi.h>
 
+#include "support/windows_driver.h"
+
 #include <cstdio>
 #include <string>
 
 namespace {
 
+using zk::support::InputDesktop;
+using zk::support::ProgramFolder;
+using zk::support::Running;
+
 constexpr UINT kTrayMessage = WM_APP + 1;
 
-// The programs as built, beside the driver's own folder.
-std::wstring Folder() {
-    wchar_t path[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring folder = path;
-    return folder.substr(0, folder.find_last_of(L'\\')) + L"\\..\\bin";
-}
-
-HWND WindowOf(const wchar_t* desktop, const wchar_t* className) {
-    struct Search {
-        const wchar_t* className;
-        HWND found;
-    } search{className, nullptr};
-    const HDESK handle = ::OpenDesktopW(desktop, 0, FALSE, DESKTOP_READOBJECTS | DESKTOP_ENUMERATE);
-    ::EnumDesktopWindows(
-        handle,
-        [](HWND window, LPARAM lParam) {
-            auto* s = reinterpret_cast<Search*>(lParam);
-            wchar_t name[64] = {};
-            ::GetClassNameW(window, name, 64);
-            if (std::wstring(name) != s->className) return TRUE;
-            s->found = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    ::CloseDesktop(handle);
-    return search.found;
-}
-
-HWND WaitFor(const wchar_t* desktop, const wchar_t* className) {
-    for (int i = 0; i < 100; ++i) {
-        if (const HWND window = WindowOf(desktop, className)) {
-            ::Sleep(700);  // drawn
-            return window;
-        }
-        ::Sleep(100);
+// A window of the class on the desktop, once it is there and drawn.
+HWND WaitFor(const wchar_t* desktop, const wchar_t* className, bool mustBeShown = true) {
+    HWND window = nullptr;
+    if (!zk::support::Within(10000, [&] {
+            return (window = zk::support::WindowOn(desktop, className, mustBeShown)) != nullptr;
+        })) {
+        return nullptr;
     }
-    return nullptr;
+    ::Sleep(700);
+    return window;
+}
+
+void Ctl(const std::wstring& arguments) {
+    (void)zk::support::RunProgram(ProgramFolder() + L"\\zelkovactl.exe", arguments);
 }
 
 // Says what is on the screen now, and where, and waits for the picture to be taken.
@@ -62,15 +44,6 @@ void Shoot(const char* name, HWND window) {
     std::fflush(stdout);
     char line[16];
     (void)std::fgets(line, sizeof line, stdin);
-}
-
-std::wstring InputDesktop() {
-    wchar_t name[64] = {};
-    if (const HDESK input = ::OpenInputDesktop(0, FALSE, DESKTOP_READOBJECTS)) {
-        ::GetUserObjectInformationW(input, UOI_NAME, name, sizeof name, nullptr);
-        ::CloseDesktop(input);
-    }
-    return name;
 }
 
 void SetValue(const std::wstring& key, const wchar_t* name, DWORD type, const void* data,
@@ -112,25 +85,6 @@ void Prepare() {
     ::CloseHandle(log);
 }
 
-HANDLE Start(const std::wstring& program, const std::wstring& arguments) {
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION pi{};
-    std::wstring line = L"\"" + program + L"\" " + arguments;
-    if (!::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                          nullptr, &si, &pi)) {
-        return nullptr;
-    }
-    ::CloseHandle(pi.hThread);
-    return pi.hProcess;
-}
-
-void Run(const std::wstring& program, const std::wstring& arguments) {
-    const HANDLE process = Start(program, arguments);
-    ::WaitForSingleObject(process, 60000);
-    ::CloseHandle(process);
-}
-
 void Close(HWND window) {
     ::PostMessageW(window, WM_CLOSE, 0, 0);
     ::Sleep(500);
@@ -140,19 +94,17 @@ void Close(HWND window) {
 
 int wmain() {
     Prepare();
-    const std::wstring ctl = Folder() + L"\\zelkovactl.exe";
-    Run(ctl, L"start");
-    // Each desktop shown, twice: the second time its programs have settled, and its picture
-    // is taken a moment later.
+    Ctl(L"start");
+    // Each desktop shown twice, each time long enough for its picture to be taken.
     for (int round = 0; round < 2; ++round) {
         for (const wchar_t* desk : {L"2", L"3", L"4", L"1"}) {
-            Run(ctl, std::wstring(L"switch ") + desk);
+            Ctl(std::wstring(L"switch ") + desk);
             ::Sleep(2500);
             std::printf("shown %ls, input desktop %ls\n", desk, InputDesktop().c_str());
             std::fflush(stdout);
         }
     }
-    const HWND tray = WaitFor(L"Default", L"Zelkova2Tray");
+    const HWND tray = WaitFor(L"Default", L"Zelkova2Tray", false);
     ::PostMessageW(tray, kTrayMessage, 0, NIN_SELECT);  // a click on the icon
     if (const HWND preview = WaitFor(L"Default", L"Zelkova2Preview")) {
         Shoot("preview", preview);
@@ -165,30 +117,27 @@ int wmain() {
         ::PostMessageW(menu, WM_KEYDOWN, VK_ESCAPE, 0);
         ::Sleep(500);
     }
-    Run(ctl, L"switch 3");
+    Ctl(L"switch 3");
     if (const HWND banner = WaitFor(L"desk3", L"Zelkova2Banner")) Shoot("banner", banner);
-    Run(ctl, L"switch 1");
+    Ctl(L"switch 1");
     ::Sleep(1500);
 
-    const HANDLE settings = Start(Folder() + L"\\ZelkovaSettings.exe", L"");
-    HWND dialog = nullptr;
-    for (int i = 0; i < 100 && dialog == nullptr; ++i, ::Sleep(100))
-        dialog = ::FindWindowW(nullptr, L"Zelkova2 settings");
-    if (dialog != nullptr) {
-        ::Sleep(700);  // drawn
-        Shoot("settings", dialog);
-        Close(dialog);
+    {
+        const Running settings(ProgramFolder() + L"\\ZelkovaSettings.exe");
+        if (const HWND dialog = WaitFor(L"Default", L"#32770")) {
+            Shoot("settings", dialog);
+            Close(dialog);
+        }
     }
-    ::CloseHandle(settings);
-
-    const HANDLE reporter = Start(Folder() + L"\\ZelkovaError.exe", L"");
-    if (const HWND window = WaitFor(L"Default", L"Zelkova2ErrorReporter")) {
-        Shoot("reporter", window);
-        Close(window);
+    {
+        const Running reporter(ProgramFolder() + L"\\ZelkovaError.exe");
+        if (const HWND window = WaitFor(L"Default", L"Zelkova2ErrorReporter")) {
+            Shoot("reporter", window);
+            Close(window);
+        }
     }
-    ::CloseHandle(reporter);
-    Run(ctl, L"shutdown");
-    std::printf("done\n");  // the programs that the desktops started are still running
+    Ctl(L"shutdown");
+    std::printf("done\n");
     std::fflush(stdout);
     return 0;
 }
