@@ -93,10 +93,18 @@ Section "Start Zelkova2 when I log on" SecAutostart
   WriteRegStr HKCU "${RUN_KEY}" "Zelkova2" '"$INSTDIR\ZelkovaSettings.exe" --start'
 SectionEnd
 
+; The log-on entry and the Start menu go before the programs they name, and the folder last: an
+; uninstall cut short never leaves an entry that starts a missing program, and a folder that is
+; gone means the uninstall has finished.
 Section "un.Zelkova2" UnSecProgram
   SectionIn RO
   SetShellVarContext current
   Call un.ShutDownZelkova
+  DeleteRegValue HKCU "${RUN_KEY}" "Zelkova2"
+  Delete "$SMPROGRAMS\Zelkova2\Zelkova2.lnk"
+  Delete "$SMPROGRAMS\Zelkova2\Zelkova2 settings.lnk"
+  Delete "$SMPROGRAMS\Zelkova2\Uninstall Zelkova2.lnk"
+  RMDir "$SMPROGRAMS\Zelkova2"
   Delete "$INSTDIR\Zelkova2.exe"
   Delete "$INSTDIR\Zelkova2Core.dll"
   Delete "$INSTDIR\DeskPilot.exe"
@@ -107,19 +115,17 @@ Section "un.Zelkova2" UnSecProgram
   Delete "$INSTDIR\README.txt"
   Delete "$INSTDIR\LICENSE.txt"
   Delete "$INSTDIR\Uninstall.exe"
-  RMDir "$INSTDIR"
-  Delete "$SMPROGRAMS\Zelkova2\Zelkova2.lnk"
-  Delete "$SMPROGRAMS\Zelkova2\Zelkova2 settings.lnk"
-  Delete "$SMPROGRAMS\Zelkova2\Uninstall Zelkova2.lnk"
-  RMDir "$SMPROGRAMS\Zelkova2"
-  DeleteRegValue HKCU "${RUN_KEY}" "Zelkova2"
-  DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd
 
 ; The hotkeys, names and start-up programs stay, for a later install, unless the user asks.
 ; Silently: Uninstall.exe /S /REMOVESETTINGS
 Section /o "un.Remove my settings" UnSecSettings
   DeleteRegKey HKCU "Software\Zelkova"
+SectionEnd
+
+Section "-un.Folder"
+  DeleteRegKey HKCU "${UNINSTALL_KEY}"
+  RMDir "$INSTDIR"
 SectionEnd
 
 Function un.onInit

@@ -117,6 +117,8 @@ TEST_F(Product, TheInstallerInstallsPerUserStartsFromTheStartMenuAndUninstallsCl
     EXPECT_TRUE(Within(10000, [] { return ProcessesNamed({L"ZelkovaSettings.exe"}).empty(); }))
         << "the settings program ends once Zelkova2 runs";
 
+    // The uninstaller goes on as a copy of itself in the temporary folder; its last step removes
+    // the program folder.
     EXPECT_EQ(RunProgram(folder + L"\\Uninstall.exe", L"/S").exitCode, 0u);
     EXPECT_TRUE(Within(20000, [&] {
         return ::GetFileAttributesW(folder.c_str()) == INVALID_FILE_ATTRIBUTES;
