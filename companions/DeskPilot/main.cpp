@@ -55,18 +55,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
         const HDC screen = ::GetDC(nullptr);
         {
             const UniqueMemoryDc memory(::CreateCompatibleDC(screen));
-            BITMAPINFO info{};
-            info.bmiHeader = {sizeof(BITMAPINFOHEADER),
-                              kThumbnailWidth,
-                              -kThumbnailHeight,
-                              1,
-                              32,
-                              BI_RGB,
-                              0,
-                              0,
-                              0,
-                              0,
-                              0};
+            const BITMAPINFO info = ThumbnailBitmapInfo();
             void* bits = nullptr;
             const UniqueBitmap bitmap(
                 ::CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0));

@@ -22,6 +22,17 @@ void Fill(HDC dc, const Rect& r, COLORREF colour) {
 
 }  // namespace
 
+BITMAPINFO ThumbnailBitmapInfo() {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = kThumbnailWidth;
+    info.bmiHeader.biHeight = -kThumbnailHeight;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    return info;
+}
+
 PreviewWindow::PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails,
                              std::function<void(int)> choose)
     : os_(os),
@@ -124,18 +135,7 @@ void PreviewWindow::Paint() {
         ::SetBkMode(dc.get(), TRANSPARENT);
         ::SetTextColor(dc.get(), kText);
         ::SetStretchBltMode(dc.get(), HALFTONE);
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER),
-                          kThumbnailWidth,
-                          -kThumbnailHeight,
-                          1,
-                          32,
-                          BI_RGB,
-                          0,
-                          0,
-                          0,
-                          0,
-                          0};
+        const BITMAPINFO info = ThumbnailBitmapInfo();
         for (int d = 1; d <= 4; ++d) {
             const Rect& tile = layout_.tiles[d - 1];
             const int f = layout_.frame;

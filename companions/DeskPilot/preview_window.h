@@ -16,6 +16,9 @@ namespace zk::companion {
 inline constexpr wchar_t kPreviewClass[] = L"Zelkova2Preview";
 inline constexpr wchar_t kPreviewCaption[] = L"Zelkova2 Preview";
 
+// How a picture's pixels lie in its shared slot: 32-bit, top row first.
+[[nodiscard]] BITMAPINFO ThumbnailBitmapInfo();
+
 class PreviewWindow final : public WindowBase<PreviewWindow> {
   public:
     // `shown` is the switcher's desktop; `choose` is called with the chosen one.
