@@ -1,8 +1,8 @@
 #pragma once
 // DeskHerald N (N = 1 to 4), on desktop N: the desktop's banner and tray icon, and its start-up
-// programs. It keeps the desktop's switcher running; the herald of desktop 1 also keeps the
-// bridge running, as the bridge keeps it. What it shows is drawn by its shell; what a click means
-// is decided here.
+// programs. It keeps the desktop's switcher running (on desktops 2 to 4 the switcher keeps it in
+// turn); the herald of desktop 1 and the bridge keep each other running. What it shows is drawn
+// by its shell; what a click means is decided here.
 
 #include <array>
 #include <optional>

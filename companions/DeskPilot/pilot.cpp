@@ -32,6 +32,10 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     }
     if (const Handle e = signals_.OwnEvent(ShownEventName(desk))) set_.Add(e, {kShown, 0});
     set_.Add(controller.Process(), {kControllerEnded, 0});
+    if (desk != 1) {
+        herald_.emplace(os, state_, signals_, controller, Program::Herald, desk, set_,
+                        kWatchHerald);
+    }
     // Take the switch commands' events now, so that the path of a switch opens nothing.
     for (std::int16_t target = 1; target <= 4; ++target)
         (void)signals_.Event(SwitchCommand(target));
@@ -87,6 +91,9 @@ bool Pilot::Woken(const Wake& wake) {
         case kShown:
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
+            return true;
+        case kWatchHerald:
+            herald_->Woken(wake);
             return true;
         default:  // shut down, or the controller ended
             return false;

@@ -5,6 +5,8 @@
 // nothing is done first. The preview of the four desktops opens on its signal
 // or hotkey. Pictures of the desktop are taken off that path: a moment after the desktop has
 // been shown, again every half minute while it stays shown, and just before the preview opens.
+// On desktops 2 to 4 it keeps the desktop's herald running, as that herald keeps it (on desktop
+// 1 the bridge keeps the herald).
 
 #include <memory>
 #include <optional>
@@ -31,7 +33,15 @@ class Pilot {
         // Takes a picture of what the desktop shows.
         virtual void Capture() = 0;
     };
-    enum WakeKind { kSwitchTo = 1, kPreview, kReadReg, kShutdown, kShown, kControllerEnded };
+    enum WakeKind {
+        kSwitchTo = 1,
+        kPreview,
+        kReadReg,
+        kShutdown,
+        kShown,
+        kControllerEnded,
+        kWatchHerald
+    };
     enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2 };
     // The first picture waits until the herald's banner (shown for a second) has gone.
     static constexpr std::uint32_t kMoment = 1500;
@@ -67,6 +77,7 @@ class Pilot {
     WaitSet set_;
     HotKeyFields fields_;
     HotKeys hotkeys_;
+    std::optional<Watchdog> herald_;
     Text ownDesktop_;
     // On the controller's own desktop a switch goes straight to its window: one process less on
     // the way than through the bridge.

@@ -1,8 +1,9 @@
 #pragma once
-// Companions keep each other running: the herald of a desktop watches its switcher, and the
-// herald of desktop 1 and the bridge watch each other. When a watched companion's process ends
-// while the controller still runs, it is started again at once, on its desktop and with its
-// number, and told which controller it serves.
+// Companions keep each other running, each watched by one other: the herald and the switcher of
+// desktops 2 to 4 watch each other; on desktop 1 the herald watches the switcher, and the herald
+// and the bridge watch each other. When a watched companion's process ends while the controller
+// still runs, it is started again at once, on its desktop and with its number, and told which
+// controller it serves.
 
 #include <cstdint>
 

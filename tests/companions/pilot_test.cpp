@@ -152,6 +152,20 @@ TEST_P(PilotTest, PicturesComeAMomentAfterTheDesktopIsShownAndEveryHalfMinuteWhi
     EXPECT_EQ(shell_.calls.size(), 2u) << "none while another desktop is shown";
 }
 
+TEST_P(PilotTest, KeepsTheHeraldOfItsDesktopRunning) {
+    Start(3);
+    const std::uint32_t herald = s_.os.AddOtherProcess(u"DeskHerald.exe", s_.controller);
+    SharedState(s_.os, s_.controller).Block().companions[HeraldSlot(3)] = herald;
+    s_.os.SetEventInOtherProcess(
+        s_.os.WideCharToMultiByte(u"Local\\" + CompanionUpEventName(s_.controller, HeraldSlot(3))));
+    Pump();
+    s_.os.EndProcess(herald);
+    Pump();
+    ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
+    EXPECT_EQ(s_.os.StartedProcesses()[0].commandLine, u" 3 " + DecimalText(s_.controller));
+    EXPECT_EQ(s_.os.StartedProcesses()[0].startupInfo.lpDesktop, u"desk3");
+}
+
 TEST_P(PilotTest, TheSwitcherOfDesktop1SaysOnceThatTheHeraldsProgramIsMissing) {
     s_.os.RemoveFile(testing::kFolder + u"\\DeskHerald.exe");
     Start(1);

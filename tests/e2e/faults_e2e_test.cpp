@@ -44,7 +44,7 @@ TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
     ASSERT_TRUE(Start());
     Win32Os os;
     SharedState state(os, ControllerId());
-    for (const int slot : {PilotSlot(2), HeraldSlot(5), HeraldSlot(1)}) {
+    for (const int slot : {PilotSlot(2), HeraldSlot(3), HeraldSlot(5), HeraldSlot(1)}) {
         const DWORD killed = state.Block().companions[slot];
         Kill(killed);
         // Started again at once; a herald's first window may wait two seconds more under Wine,
