@@ -11,8 +11,6 @@ std::string Hex(std::intptr_t value) {
     return buffer;
 }
 
-namespace {
-
 bool SameName(const Text& a, const Text& b) {
     auto fold = [](char16_t c) {
         return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
@@ -21,8 +19,6 @@ bool SameName(const Text& a, const Text& b) {
            std::equal(a.begin(), a.end(), b.begin(),
                       [&](char16_t x, char16_t y) { return fold(x) == fold(y); });
 }
-
-}  // namespace
 
 Session::Session() {
     KernelObject station{Kind::Desktop};

@@ -30,6 +30,9 @@ std::string Hex(H* handle) {
     return Hex(HandleValue(handle));
 }
 
+// Names of desktops, window properties and classes compare without regard to ASCII case.
+bool SameName(const Text& a, const Text& b);
+
 enum class Kind { Event, Mutex, Process, Thread, File, Desktop, Section };
 
 struct KernelObject {

@@ -18,15 +18,6 @@ constexpr std::uint32_t kImageIcon = 1;
 constexpr std::uint32_t kLrShared = 0x8000;
 const Hinstance kModuleHandle = HandleFrom<Hinstance>(0x140000000);
 
-bool SameName(const Text& a, const Text& b) {
-    auto fold = [](char16_t c) {
-        return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
-    };
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(),
-                      [&](char16_t x, char16_t y) { return fold(x) == fold(y); });
-}
-
 }  // namespace
 
 SimWindows::SimWindows(Session& session) : session_(session) {
