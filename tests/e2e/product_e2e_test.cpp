@@ -7,6 +7,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include "ZelkovaSettings/settings_dialog.h"
 #include "e2e/system_test.h"
 #include "support/recorder_file.h"
 
@@ -20,7 +21,6 @@ using support::WindowOn;
 using support::Within;
 
 constexpr UINT kTrayMessage = WM_APP + 1;
-constexpr int kHotKey1 = 110, kStatus1 = 120, kApply = 163, kResult = 162;
 
 class Product : public SystemTest {};
 
@@ -62,19 +62,19 @@ TEST_F(Product, SettingsFlagATakenCombinationAndApplyChangesAHotKeyWithoutAResta
         dialog = ::FindWindowW(nullptr, L"Zelkova2 settings");
         return dialog != nullptr && ::IsWindowVisible(dialog);
     }));
-    const HWND hotkey = ::GetDlgItem(dialog, kHotKey1);
+    const HWND hotkey = ::GetDlgItem(dialog, IDC_HOTKEY1);
     auto type = [&](WORD key, BYTE modifiers) {  // as the hotkey control takes a combination
         ::SendMessageW(hotkey, HKM_SETHOTKEY, MAKEWORD(key, modifiers), 0);
-        ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kHotKey1, EN_CHANGE),
+        ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_HOTKEY1, EN_CHANGE),
                        reinterpret_cast<LPARAM>(hotkey));
-        return Caption(::GetDlgItem(dialog, kStatus1));
+        return Caption(::GetDlgItem(dialog, IDC_STATUS1));
     };
     EXPECT_NE(type(VK_F11, HOTKEYF_CONTROL | HOTKEYF_SHIFT).find(L"Another program holds"),
               std::wstring::npos);
     EXPECT_EQ(type(VK_NUMPAD1, HOTKEYF_CONTROL | HOTKEYF_ALT), L"") << "Zelkova2's own";
     EXPECT_EQ(type(VK_F9, HOTKEYF_CONTROL | HOTKEYF_SHIFT), L"");
-    ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kApply, BN_CLICKED), 0);
-    EXPECT_EQ(Caption(::GetDlgItem(dialog, kResult)), L"Saved. Zelkova2 uses the new hotkeys.");
+    ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_APPLY, BN_CLICKED), 0);
+    EXPECT_EQ(Caption(::GetDlgItem(dialog, IDC_RESULT)), L"Saved. Zelkova2 uses the new hotkeys.");
     // Closed first: under Wine 10 its window on desktop 1 would take the input back there.
     ::PostMessageW(dialog, WM_CLOSE, 0, 0);
     EXPECT_TRUE(window.WaitForExit(5000));
