@@ -44,7 +44,7 @@ void Herald::NoteMissingPrograms() {
     if (desk_ != 1 || (missing & kMissingLogged) != 0) return;
     missing |= kMissingLogged;
     ErrLog log(os_);
-    log.LogError(u"Zelkova: " + Text(kPilotFileName) + u" is missing from " +
+    log.LogError(u"Zelkova: " + Text(ProgramFileName(Program::Pilot)) + u" is missing from " +
                  ExecutableFolder(os_) + u": the hotkeys and the preview do not work.");
     log.StartErrorReporter();
 }
@@ -89,8 +89,8 @@ void Herald::Preview() {
     (void)signals_.Raise(SwitcherSignal(KindShowPreview, static_cast<std::int16_t>(desk_)));
 }
 
-void Herald::StartProgram(const char16_t* fileName) {
-    const Text path = ExecutableFolder(os_) + u"\\" + fileName;
+void Herald::StartProgram(Program program) {
+    const Text path = ProgramPath(os_, program);
     StartupInfo si;
     ProcessInformation pi;
     if (!os_.CreateProcessW(path, u" ", false, 0, si, pi)) {
@@ -112,10 +112,10 @@ void Herald::Command(TrayCommand command) {
             Preview();
             break;
         case TrayCommand::Settings:
-            StartProgram(kSettingsFileName);
+            StartProgram(Program::Settings);
             break;
         case TrayCommand::ErrorLog:
-            StartProgram(kReporterFileName);
+            StartProgram(Program::Reporter);
             break;
         case TrayCommand::Exit: {
             const Text question = ExitQuestion(desk_);

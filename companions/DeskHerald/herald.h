@@ -51,7 +51,7 @@ class Herald {
 
   private:
     void NoteMissingPrograms();
-    void StartProgram(const char16_t* fileName);
+    void StartProgram(Program program);
 
     Os& os_;
     int desk_;
@@ -64,7 +64,5 @@ class Herald {
     std::optional<Watchdog> bridge_;
     std::uint32_t missingShown_ = 0;
 };
-
-inline constexpr char16_t kSettingsFileName[] = u"ZelkovaSettings.exe";
 
 }  // namespace zk::companion

@@ -1,12 +1,12 @@
 #include "common/autostart.h"
 
 #include "platform/handles.h"
-#include "platform/module_path.h"
+#include "programs/programs.h"
 
 namespace zk::companion {
 
 Text AutostartCommand(KernelApi& os) {
-    return u"\"" + ExecutableFolder(os) + u"\\ZelkovaSettings.exe\" --start";
+    return u"\"" + ProgramPath(os, Program::Settings) + u"\" --start";
 }
 
 bool AutostartOn(Registry& registry) {

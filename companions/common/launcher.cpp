@@ -6,7 +6,7 @@
 #include "common/controller_link.h"
 #include "common/shared_state.h"
 #include "desktop/companions.h"
-#include "platform/module_path.h"
+#include "programs/programs.h"
 
 namespace zk::companion {
 namespace {
@@ -40,7 +40,8 @@ Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
 std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os) {
     std::vector<std::uint32_t> ids;
     for (const ProcessEntry& entry : os.CreateToolhelp32Snapshot()) {
-        if (SameFileName(entry.exeFile, kControllerFileName)) ids.push_back(entry.processId);
+        if (SameFileName(entry.exeFile, ProgramFileName(Program::Controller)))
+            ids.push_back(entry.processId);
     }
     return ids;
 }
@@ -85,7 +86,7 @@ Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
     StartupInfo si;
     si.lpDesktop = kDefaultDesktopName;
     ProcessInformation pi;
-    const Text path = ExecutableFolder(os) + u"\\" + kControllerFileName;
+    const Text path = ProgramPath(os, Program::Controller);
     if (!os.CreateProcessW(path, u"\"" + path + u"\"", false, 0, si, pi)) {
         launch.error = os.GetLastError();
         return launch;

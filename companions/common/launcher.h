@@ -10,8 +10,6 @@
 
 namespace zk::companion {
 
-inline constexpr char16_t kControllerFileName[] = u"Zelkova2.exe";
-
 // The processes of Zelkova2's controller that run now.
 [[nodiscard]] std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os);
 // The controller window of that process, on "Default" or on the caller's desktop.

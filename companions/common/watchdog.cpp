@@ -2,7 +2,6 @@
 
 #include "desktop/companions.h"
 #include "diagnostics/win_api_error.h"
-#include "platform/module_path.h"
 
 namespace zk::companion {
 namespace {
@@ -21,14 +20,6 @@ Text DesktopOf(int desk) {
 }
 
 }  // namespace
-
-const char16_t* ProgramFileName(Program program) {
-    return program == Program::Pilot ? kPilotFileName : kHeraldFileName;
-}
-
-Text ProgramPath(KernelApi& os, Program program) {
-    return ExecutableFolder(os) + u"\\" + ProgramFileName(program);
-}
 
 void AnnounceSelf(Os& os, SharedState& state, Signals& signals, int slot) {
     state.Block().companions[slot] = os.GetCurrentProcessId();

@@ -13,10 +13,9 @@
 #include "common/signals.h"
 #include "common/wait_loop.h"
 #include "diagnostics/err_log.h"
+#include "programs/programs.h"
 
 namespace zk::companion {
-
-enum class Program { Pilot, Herald };
 
 // Puts this companion's process id into its slot and tells its watcher.
 void AnnounceSelf(Os& os, SharedState& state, Signals& signals, int slot);
@@ -49,9 +48,5 @@ class Watchdog {
     std::uint64_t firstRestart_ = 0;
     bool gaveUp_ = false;
 };
-
-// The file name of a companion program, and its path beside the running one.
-[[nodiscard]] const char16_t* ProgramFileName(Program program);
-[[nodiscard]] Text ProgramPath(KernelApi& os, Program program);
 
 }  // namespace zk::companion

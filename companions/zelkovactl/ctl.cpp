@@ -13,7 +13,7 @@
 #include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/handles.h"
-#include "platform/module_path.h"
+#include "programs/programs.h"
 #include "signals/protocol.h"
 #include "zelkovactl/hotkey_text.h"
 
@@ -212,7 +212,7 @@ int Ctl::Start(bool wait) {
     if (launch.missing != 0) {
         const bool pilot = (launch.missing & companion::kPilotMissing) != 0;
         err_ << "zelkovactl: Zelkova2 runs without all of its companions: "
-             << (pilot ? "DeskPilot.exe" : "DeskHerald.exe")
+             << AsciiText(ProgramFileName(pilot ? Program::Pilot : Program::Herald))
              << " is missing beside Zelkova2.exe. See 'zelkovactl log'.\n";
         return kExitNoEffect;
     }

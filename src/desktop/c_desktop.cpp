@@ -1,7 +1,6 @@
 #include "desktop/c_desktop.h"
 
 #include "diagnostics/win_api_error.h"
-#include "platform/module_path.h"
 
 namespace zk {
 
@@ -10,11 +9,11 @@ constexpr char16_t kErrorPrefix[] = u"cDesktop: ";
 }  // namespace
 
 Text cDesktop::PilotPath() {
-    return ExecutableFolder(os_) + u"\\" + kPilotFileName;
+    return ProgramPath(os_, Program::Pilot);
 }
 
 Text cDesktop::HeraldPath() {
-    return ExecutableFolder(os_) + u"\\" + kHeraldFileName;
+    return ProgramPath(os_, Program::Herald);
 }
 
 void cDesktop::RecordError(std::uint32_t code) {
@@ -25,7 +24,7 @@ void cDesktop::RecordError(std::uint32_t code) {
 bool cDesktop::StartCompanions(std::int16_t desk) {
     bool started = false;
     for (const auto& start : CompanionsOfDesktop(desk)) {
-        const Text path = start.program == Companion::Pilot ? PilotPath() : HeraldPath();
+        const Text path = start.program == Program::Pilot ? PilotPath() : HeraldPath();
         started = StartProcess(path, CompanionArgument(start.argument));
     }
     return started;

@@ -6,8 +6,8 @@
 namespace zk {
 
 std::vector<CompanionStart> CompanionsOfDesktop(std::int16_t desk) {
-    std::vector<CompanionStart> starts = {{Companion::Pilot, desk}, {Companion::Herald, desk}};
-    if (desk == 1) starts.push_back({Companion::Herald, kControllerBlock});
+    std::vector<CompanionStart> starts = {{Program::Pilot, desk}, {Program::Herald, desk}};
+    if (desk == 1) starts.push_back({Program::Herald, kControllerBlock});
     return starts;
 }
 

@@ -6,21 +6,18 @@
 #include <vector>
 
 #include "platform/os.h"
+#include "programs/programs.h"
 
 namespace zk {
 
-inline constexpr char16_t kPilotFileName[] = u"DeskPilot.exe";
-inline constexpr char16_t kHeraldFileName[] = u"DeskHerald.exe";
 // Desktop 1 is the input desktop found at start; the program calls it by this name. Desktops 2
 // to 4 are the ones it makes.
 inline constexpr char16_t kDefaultDesktopName[] = u"Default";
 inline constexpr const char16_t* kDesktopNames[] = {kDefaultDesktopName, u"desk2", u"desk3",
                                                     u"desk4"};
 
-enum class Companion { Pilot, Herald };
-
 struct CompanionStart {
-    Companion program;
+    Program program;
     std::int16_t argument;
 };
 

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "platform/handles.h"
-#include "platform/module_path.h"
+#include "programs/programs.h"
 
 namespace zk {
 
@@ -48,7 +48,7 @@ void ErrLog::LogError(const Text& message) noexcept {
 
 void ErrLog::StartErrorReporter() noexcept {
     try {
-        const Text commandLine = ExecutableFolder(os_) + u"\\" + kReporterFileName + u" ";
+        const Text commandLine = ProgramPath(os_, Program::Reporter) + u" ";
         StartupInfo si;
         si.dwFlags = StartfUseShowWindow;
         si.wShowWindow = SwShowMinimized;

@@ -7,7 +7,6 @@
 namespace zk {
 
 inline constexpr char16_t kLogFileName[] = u"ZelkovaErrors.txt";
-inline constexpr char16_t kReporterFileName[] = u"ZelkovaError.exe";
 
 class ErrLog {
   public:

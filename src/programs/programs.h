@@ -1,0 +1,16 @@
+#pragma once
+// The system's programs: one row each, with the file name it has in the controller's folder.
+// Every start of one of them, and every check that one is there, takes its path from here.
+
+#include "platform/api/kernel_api.h"
+
+namespace zk {
+
+enum class Program { Controller, Pilot, Herald, Reporter, Settings };
+
+// The file name ("DeskPilot.exe").
+[[nodiscard]] const char16_t* ProgramFileName(Program program);
+// The full path beside the running program: its folder, a backslash and the file name.
+[[nodiscard]] Text ProgramPath(KernelApi& os, Program program);
+
+}  // namespace zk
