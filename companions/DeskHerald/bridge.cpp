@@ -1,5 +1,6 @@
 #include "DeskHerald/bridge.h"
 
+#include "desktop/desktops.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {
@@ -36,7 +37,7 @@ bool Bridge::Command(std::int16_t index) {
     if (index == kShutdownCommand) return false;
     if (!delivered) return true;  // no controller window: its end will end the bridge too
     if (index == kReadRegCommand) {
-        for (std::int16_t desk = 1; desk <= 4; ++desk)
+        for (std::int16_t desk = 1; desk <= kDesktopCount; ++desk)
             (void)signals_.Raise(SwitcherSignal(KindReadReg, desk));
         (void)signals_.RaiseOwn(ReloadedEventName());
         return true;

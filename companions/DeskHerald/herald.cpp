@@ -79,8 +79,8 @@ Text Herald::Tooltip() {
 }
 
 std::vector<TrayMenuItem> Herald::Menu() {
-    std::array<Text, 4> names;
-    for (int d = 1; d <= 4; ++d)
+    std::array<Text, kDesktopCount> names;
+    for (int d = 1; d <= kDesktopCount; ++d)
         names[d - 1] = DesktopName(registry_, d);
     return TrayMenu(names, desk_);
 }
@@ -103,7 +103,7 @@ void Herald::StartProgram(Program program) {
 
 void Herald::Command(TrayCommand command) {
     const int value = static_cast<int>(command);
-    if (value >= 1 && value <= 4) {
+    if (IsDesktopNumber(value)) {
         (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(value)));
         return;
     }

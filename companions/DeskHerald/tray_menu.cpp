@@ -4,9 +4,9 @@
 
 namespace zk::companion {
 
-std::vector<TrayMenuItem> TrayMenu(const std::array<Text, 4>& names, int shown) {
+std::vector<TrayMenuItem> TrayMenu(const std::array<Text, kDesktopCount>& names, int shown) {
     std::vector<TrayMenuItem> items;
-    for (int desk = 1; desk <= 4; ++desk) {
+    for (int desk = 1; desk <= kDesktopCount; ++desk) {
         items.push_back({static_cast<TrayCommand>(desk),
                          u"&" + DecimalText(desk) + u"  " + names[desk - 1], desk == shown});
     }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "desktop/desktops.h"
 #include "support/text.h"
 
 namespace zk::companion {
@@ -27,7 +28,8 @@ struct TrayMenuItem {
 
 // `names` are the desktops' names ("Desktop N" when they have none); `shown` is the desktop the
 // menu is on, which is the one shown while the user uses it.
-[[nodiscard]] std::vector<TrayMenuItem> TrayMenu(const std::array<Text, 4>& names, int shown);
+[[nodiscard]] std::vector<TrayMenuItem> TrayMenu(const std::array<Text, kDesktopCount>& names,
+                                                 int shown);
 
 // "Zelkova2 — desktop N", and its name when it has one of its own; then what is missing.
 [[nodiscard]] Text TrayTooltip(int desk, const Text& name, std::uint32_t missing);

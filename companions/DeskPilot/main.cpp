@@ -89,7 +89,7 @@ ZK_ENTRY int ZkDeskPilot(int) {
         os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: DeskPilot: " + what); });
     const CompanionArgs args =
         ParseCompanionArgs(reinterpret_cast<const char16_t*>(::GetCommandLineW()));
-    if (args.desk < 1 || args.desk > 4) return 2;
+    if (!IsDesktopNumber(args.desk)) return 2;
     ControllerProcess controller(os, args.controllerId);
     if (!controller.Found()) return 0;  // the controller is gone already
     PilotWindow window(os, args.desk);

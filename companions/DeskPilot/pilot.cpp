@@ -18,7 +18,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       state_(os, controller.Id()),
       hotkeys_(os, registry_, nullptr, fields_, window) {
     const auto n = static_cast<std::int16_t>(desk);
-    for (std::int16_t target = 1; target <= 4; ++target) {
+    for (std::int16_t target = 1; target <= kDesktopCount; ++target) {
         if (const Handle e = signals_.Event(SwitcherSignal(KindSwitchTo, n, target))) {
             set_.Add(e, {kSwitchTo, target});
         }
@@ -37,7 +37,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
                         kWatchHerald);
     }
     // Take the switch commands' events now, so that the path of a switch opens nothing.
-    for (std::int16_t target = 1; target <= 4; ++target)
+    for (std::int16_t target = 1; target <= kDesktopCount; ++target)
         (void)signals_.Event(SwitchCommand(target));
     ownDesktop_ = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
     if (desk == 1) {

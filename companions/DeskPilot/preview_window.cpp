@@ -60,12 +60,12 @@ void PreviewWindow::LayOut() {
 
 void PreviewWindow::Show() {
     Registry registry(os_);
-    for (int d = 1; d <= 4; ++d)
+    for (int d = 1; d <= kDesktopCount; ++d)
         names_[d - 1] = DesktopName(registry, d);
     selected_ = shown_;
     // The caption names the tiles, for what can read a window but not its picture.
     Text caption = u"Zelkova2 Preview:";
-    for (int d = 1; d <= 4; ++d)
+    for (int d = 1; d <= kDesktopCount; ++d)
         caption += u" " + PreviewLabel(d, names_[d - 1], d == shown_) + u";";
     ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(caption.c_str()));
     LayOut();
@@ -136,7 +136,7 @@ void PreviewWindow::Paint() {
         ::SetTextColor(dc.get(), kText);
         ::SetStretchBltMode(dc.get(), HALFTONE);
         const BITMAPINFO info = ThumbnailBitmapInfo();
-        for (int d = 1; d <= 4; ++d) {
+        for (int d = 1; d <= kDesktopCount; ++d) {
             const Rect& tile = layout_.tiles[d - 1];
             const int f = layout_.frame;
             if (d == selected_ || d == shown_) {

@@ -9,6 +9,7 @@
 #include "common/appearance.h"
 #include "common/win32_handles.h"
 #include "common/window_base.h"
+#include "desktop/desktops.h"
 #include "platform/os.h"
 
 namespace zk::companion {
@@ -37,7 +38,7 @@ class PreviewWindow final : public WindowBase<PreviewWindow> {
     int selected_;
     ThumbnailStore& thumbnails_;
     std::function<void(int)> choose_;
-    std::array<Text, 4> names_;
+    std::array<Text, kDesktopCount> names_;
     PreviewLayout layout_;
     UniqueFont font_;
 };

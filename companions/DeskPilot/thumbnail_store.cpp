@@ -3,7 +3,7 @@
 namespace zk::companion {
 
 ThumbnailStore::ThumbnailStore(KernelApi& os) {
-    for (int desk = 1; desk <= 4; ++desk) {
+    for (int desk = 1; desk <= kDesktopCount; ++desk) {
         const Text name = u"Local\\Zelkova2.Thumbnail" + DecimalText(desk);
         mappings_[desk - 1] =
             UniqueKernelHandle(os, os.CreateFileMappingW(sizeof(Thumbnail), name));

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "desktop/desktops.h"
 #include "platform/handles.h"
 
 namespace zk::companion {
@@ -24,9 +25,9 @@ class ThumbnailStore {
     [[nodiscard]] Thumbnail* Of(int desk) { return views_[desk - 1]; }
 
   private:
-    std::array<UniqueKernelHandle, 4> mappings_;
-    std::array<UniqueView, 4> owned_;
-    std::array<Thumbnail*, 4> views_{};
+    std::array<UniqueKernelHandle, kDesktopCount> mappings_;
+    std::array<UniqueView, kDesktopCount> owned_;
+    std::array<Thumbnail*, kDesktopCount> views_{};
 };
 
 }  // namespace zk::companion

@@ -72,7 +72,7 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
             ::SendMessageW(Item(IDC_HOTKEY1 + i), HKM_SETHOTKEY,
                            ToHotKeyControl(settings_.hotkeys[i]), 0);
         }
-        for (int d = 1; d <= 4; ++d) {
+        for (int d = 1; d <= kDesktopCount; ++d) {
             const DesktopSettings& desk = settings_.desktops[d - 1];
             ::SetDlgItemTextW(Window(), IDC_NAME1 + d - 1, W(desk.name));
             if (d == 1) continue;
@@ -107,7 +107,7 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     }
 
     void Read() {
-        for (int d = 1; d <= 4; ++d) {
+        for (int d = 1; d <= kDesktopCount; ++d) {
             DesktopSettings& desk = settings_.desktops[d - 1];
             desk.name = ItemText(IDC_NAME1 + d - 1);
             if (d == 1) continue;

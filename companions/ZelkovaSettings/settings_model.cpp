@@ -78,7 +78,7 @@ Settings SettingsModel::Load() {
         }
     }
     inForce_ = settings.hotkeys;
-    for (int desk = 1; desk <= 4; ++desk) {
+    for (int desk = 1; desk <= kDesktopCount; ++desk) {
         DesktopSettings& d = settings.desktops[desk - 1];
         const Text name = DesktopName(registry_, desk);
         d.name = name == u"Desktop " + DecimalText(desk) ? Text() : name;
@@ -115,7 +115,7 @@ bool SettingsModel::Save(const Settings& settings) {
             return false;
         }
     }
-    for (int desk = 1; desk <= 4; ++desk) {
+    for (int desk = 1; desk <= kDesktopCount; ++desk) {
         const DesktopSettings& d = settings.desktops[desk - 1];
         std::uint32_t type = RegSz;
         if (!registry_.CreateKey(HkeyCurrentUser(), DesktopKey(desk)) ||

@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "desktop/desktops.h"
 #include "platform/os.h"
 #include "settings/registry.h"
 
@@ -35,7 +36,7 @@ struct DesktopSettings {
 
 struct Settings {
     std::array<Combo, 6> hotkeys;
-    std::array<DesktopSettings, 4> desktops;
+    std::array<DesktopSettings, kDesktopCount> desktops;
     bool autostart = false;
     bool banner = true;
 };

@@ -20,9 +20,9 @@ bool InsideRounded(double x, double y, double side, double radius) {
 }  // namespace
 
 Rgb DesktopColour(int desk) {
-    static constexpr Rgb kColours[] = {
-        {0x46, 0xA8, 0x4F}, {0x3F, 0x6F, 0xB5}, {0xC0, 0x7A, 0x1C}, {0x8A, 0x4F, 0xB0}};
-    return kColours[std::clamp(desk, 1, 4) - 1];
+    static constexpr std::array<Rgb, kDesktopCount> kColours = {
+        {{0x46, 0xA8, 0x4F}, {0x3F, 0x6F, 0xB5}, {0xC0, 0x7A, 0x1C}, {0x8A, 0x4F, 0xB0}}};
+    return kColours[static_cast<std::size_t>(std::clamp(desk, 1, kDesktopCount) - 1)];
 }
 
 Rgb EdgeColour(Rgb fill) {
@@ -34,21 +34,23 @@ Rgb EdgeColour(Rgb fill) {
 PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight) {
     int tileWidth = Scale(kTileWidth, dpi);
     int margin = Scale(kMargin, dpi);
-    // Four tiles and five margins take at most nine tenths of the screen's width.
+    // A tile per desktop with a margin on each side take at most nine tenths of the screen's
+    // width.
     const int room = screenWidth * 9 / 10;
-    if (4 * tileWidth + 5 * margin > room) {
+    constexpr int kMargins = kDesktopCount + 1;
+    if (kDesktopCount * tileWidth + kMargins * margin > room) {
         margin = std::max(2, room / 60);
-        tileWidth = std::max(16, (room - 5 * margin) / 4);
+        tileWidth = std::max(16, (room - kMargins * margin) / kDesktopCount);
     }
     const int tileHeight = tileWidth * kTileHeight / kTileWidth;
     const int label = Scale(kLabel, dpi);
     PreviewLayout layout;
     layout.frame = std::max(1, Scale(kFrame, dpi));
-    const int width = 4 * tileWidth + 5 * margin;
+    const int width = kDesktopCount * tileWidth + kMargins * margin;
     const int height = tileHeight + label + 2 * margin;
     layout.window = {(screenWidth - width) / 2, (screenHeight - height) / 2,
                      (screenWidth - width) / 2 + width, (screenHeight - height) / 2 + height};
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < kDesktopCount; ++i) {
         const int left = margin + i * (tileWidth + margin);
         layout.tiles[i] = {left, margin, left + tileWidth, margin + tileHeight};
         layout.labels[i] = {left, margin + tileHeight, left + tileWidth,
@@ -58,7 +60,7 @@ PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight) {
 }
 
 int TileAt(const PreviewLayout& layout, int x, int y) {
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < kDesktopCount; ++i) {
         if (layout.tiles[i].Contains(x, y) || layout.labels[i].Contains(x, y)) return i + 1;
     }
     return 0;

@@ -8,6 +8,7 @@
 #include <span>
 #include <vector>
 
+#include "desktop/desktops.h"
 #include "support/text.h"
 
 namespace zk::companion {
@@ -37,10 +38,10 @@ struct Rect {
 // The preview: four tiles in a row with a label under each, centred on the screen and never
 // wider than it.
 struct PreviewLayout {
-    Rect window;                 // in screen coordinates
-    std::array<Rect, 4> tiles;   // in the window's client coordinates
-    std::array<Rect, 4> labels;  // likewise
-    int frame = 0;               // the width of the frame round the selected and the shown tile
+    Rect window;                             // in screen coordinates
+    std::array<Rect, kDesktopCount> tiles;   // in the window's client coordinates
+    std::array<Rect, kDesktopCount> labels;  // likewise
+    int frame = 0;  // the width of the frame round the selected and the shown tile
 };
 [[nodiscard]] PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight);
 // The desktop whose tile is under a point of the client area; 0 for none.

@@ -132,8 +132,11 @@ int Ctl::Signal(std::int16_t index) {
 
 // Done when the input desktop is the one asked for.
 int Ctl::Switch(const std::string& desktop) {
-    const auto n = Number(desktop, 1, 4);
-    if (!n) return Usage("switch: the desktop is a number from 1 to 4, not '" + desktop + "'");
+    const auto n = Number(desktop, 1, kDesktopCount);
+    if (!n) {
+        return Usage("switch: the desktop is a number from 1 to " + std::to_string(kDesktopCount) +
+                     ", not '" + desktop + "'");
+    }
     const std::string target = AsciiText(kDesktopNames[*n - 1]);
     if (const int status = Signal(SwitchCommand(static_cast<std::int16_t>(*n)))) return status;
     for (std::uint32_t waited = 0; waited < kEffectWithin; waited += kPoll) {
@@ -294,7 +297,7 @@ int Ctl::Status() {
     std::string list;
     for (const Text& name : os_.EnumDesktopsW()) {
         std::string entry = AsciiText(name);
-        for (int desk = 1; desk <= 4; ++desk) {
+        for (int desk = 1; desk <= kDesktopCount; ++desk) {
             if (name == kDesktopNames[desk - 1]) {
                 entry += " (" + std::to_string(desk) + ": " +
                          AsciiText(companion::DesktopName(registry_, desk)) + ")";

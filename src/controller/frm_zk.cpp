@@ -172,7 +172,7 @@ void frmZK::HotKeyPressed(std::int32_t id) {
     std::int32_t kind = KindSwitchTo;
     std::int16_t target = static_cast<std::int16_t>(id);
     if (id == 5) {
-        if (record_.PreviousDesk < 1 || record_.PreviousDesk > kDesktopCount) return;
+        if (!IsDesktopNumber(record_.PreviousDesk)) return;
         target = record_.PreviousDesk;
     } else if (id == 6) {
         kind = KindShowPreview;

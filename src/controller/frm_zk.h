@@ -20,7 +20,6 @@
 namespace zk {
 
 inline constexpr char16_t kControllerClass[] = u"Zelkova2Controller";
-inline constexpr int kDesktopCount = 4;
 
 // How the process ends.
 inline constexpr int kExitNormal = 0;

@@ -5,16 +5,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "desktop/desktops.h"
 #include "platform/os.h"
 #include "programs/programs.h"
 
 namespace zk {
-
-// Desktop 1 is the input desktop found at start; the program calls it by this name. Desktops 2
-// to 4 are the ones it makes.
-inline constexpr char16_t kDefaultDesktopName[] = u"Default";
-inline constexpr const char16_t* kDesktopNames[] = {kDefaultDesktopName, u"desk2", u"desk3",
-                                                    u"desk4"};
 
 struct CompanionStart {
     Program program;
