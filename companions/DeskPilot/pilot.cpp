@@ -102,13 +102,12 @@ bool Pilot::Woken(const Wake& wake) {
 
 // What the controller's hotkey would have done for this desktop's block.
 void Pilot::HotKey(int id) {
-    if (id >= 1 && id <= 4) {
-        RequestSwitch(id);
-    } else if (id == 5) {
-        const int previous = state_.Previous();
-        if (previous >= 1 && previous <= 4) RequestSwitch(previous);
-    } else if (id == 6) {
+    const auto request = HotKeyRequestOf(id, static_cast<std::int16_t>(state_.Previous()));
+    if (!request) return;
+    if (request->kind == KindShowPreview) {
         OpenPreview();
+    } else {
+        RequestSwitch(request->target);
     }
 }
 

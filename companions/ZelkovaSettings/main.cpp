@@ -19,9 +19,6 @@ using namespace zk::companion;
 
 namespace {
 
-constexpr const char16_t* kActions[] = {u"Show desktop 1", u"Show desktop 2",   u"Show desktop 3",
-                                        u"Show desktop 4", u"Previous desktop", u"Preview"};
-
 const wchar_t* W(const Text& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
@@ -68,7 +65,8 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
 
     void Fill() {
         filling_ = true;
-        for (int i = 0; i < 6; ++i) {
+        for (int i = 0; i < kHotKeyCount; ++i) {
+            ::SetDlgItemTextW(Window(), IDC_LABEL1 + i, W(Text(kHotKeyTable[i].label) + u":"));
             ::SendMessageW(Item(IDC_HOTKEY1 + i), HKM_SETHOTKEY,
                            ToHotKeyControl(settings_.hotkeys[i]), 0);
         }
@@ -87,7 +85,7 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
 
     // Flagged as the user types: a combination another program holds, or one used twice.
     void ShowStates() {
-        for (int id = 1; id <= 6; ++id) {
+        for (int id = 1; id <= kHotKeyCount; ++id) {
             const wchar_t* text = L"";
             switch (model_->Check(settings_, id)) {
                 case ComboState::Taken:
@@ -127,7 +125,7 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
         } else if (!result.failedIds.empty()) {
             text = u"Saved. Zelkova2 could not register:";
             for (const int id : result.failedIds) {
-                text += u" " + Text(kActions[id - 1]) + u" (" +
+                text += u" " + HotKeyLabel(id) + u" (" +
                         KeyDisplayName(os_, settings_.hotkeys[id - 1].key) + u");";
             }
             text += u" another program holds them.";
@@ -141,7 +139,8 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     }
 
     void Command(int id, int code) {
-        if (id >= IDC_HOTKEY1 && id < IDC_HOTKEY1 + 6 && code == EN_CHANGE && !filling_) {
+        if (id >= IDC_HOTKEY1 && id < IDC_HOTKEY1 + kHotKeyCount && code == EN_CHANGE &&
+            !filling_) {
             const auto value =
                 static_cast<std::uint16_t>(::SendMessageW(Item(id), HKM_GETHOTKEY, 0, 0));
             settings_.hotkeys[id - IDC_HOTKEY1] = FromHotKeyControl(value);

@@ -2,6 +2,7 @@
 // The control identifiers of the settings dialog (settings.rc).
 
 #define IDD_SETTINGS 100
+#define IDC_LABEL1 102    /* to IDC_LABEL1 + 5: the hotkeys' labels, from the hotkey table */
 #define IDC_HOTKEY1 110   /* to IDC_HOTKEY1 + 5 */
 #define IDC_STATUS1 120   /* to IDC_STATUS1 + 5 */
 #define IDC_NAME1 130     /* to IDC_NAME1 + 3 */

@@ -67,6 +67,12 @@ Text ProgramBox(const std::vector<Text>& programs) {
     return box;
 }
 
+Text HotKeyLabel(int id) {
+    Text label = HotKeySettingOf(id).label;
+    std::erase(label, u'&');
+    return label;
+}
+
 SettingsModel::SettingsModel(Os& os, Hwnd probe) : os_(os), probe_(probe), registry_(os) {}
 
 Settings SettingsModel::Load() {

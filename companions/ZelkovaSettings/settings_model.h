@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "desktop/desktops.h"
+#include "hotkeys/hotkey_table.h"
 #include "platform/os.h"
 #include "settings/registry.h"
 
@@ -27,6 +28,8 @@ struct Combo {
 // The programs box holds one command line a line.
 [[nodiscard]] std::vector<Text> ProgramLines(const Text& box);
 [[nodiscard]] Text ProgramBox(const std::vector<Text>& programs);
+// Hotkey `id`'s label without its access key ("Show desktop 1").
+[[nodiscard]] Text HotKeyLabel(int id);
 
 struct DesktopSettings {
     Text name;                   // empty: "Desktop N"
@@ -35,7 +38,7 @@ struct DesktopSettings {
 };
 
 struct Settings {
-    std::array<Combo, 6> hotkeys;
+    std::array<Combo, kHotKeyCount> hotkeys;
     std::array<DesktopSettings, kDesktopCount> desktops;
     bool autostart = false;
     bool banner = true;
@@ -63,7 +66,7 @@ class SettingsModel {
     SettingsModel(Os& os, Hwnd probe);
 
     [[nodiscard]] Settings Load();
-    // Whether combination `id` (1 to 6) of `settings` can be had.
+    // Whether combination `id` of `settings` can be had.
     [[nodiscard]] ComboState Check(const Settings& settings, int id);
     // Writes everything, asks Zelkova2 to read its hotkeys again, and reads what it logged.
     [[nodiscard]] ApplyResult Apply(const Settings& settings);
@@ -74,7 +77,7 @@ class SettingsModel {
     Os& os_;
     Hwnd probe_;
     Registry registry_;
-    std::array<Combo, 6> inForce_{};  // the hotkeys as Zelkova2 read them last
+    std::array<Combo, kHotKeyCount> inForce_{};  // the hotkeys as Zelkova2 read them last
 };
 
 }  // namespace zk::companion

@@ -40,8 +40,6 @@ constexpr char kHelp[] =
     "  status                whether Zelkova2 runs, the desktop shown, the desktops there are\n"
     "  log [--tail N]        the newest N entries of the error log (20 if not given)\n";
 
-constexpr const char* kHotKeyActions[] = {"desktop 1", "desktop 2",        "desktop 3",
-                                          "desktop 4", "previous desktop", "preview"};
 // How long a command may take to show its effect.
 constexpr std::uint32_t kEffectWithin = 5000;
 constexpr std::uint32_t kPoll = 50;
@@ -240,7 +238,7 @@ int Ctl::HotKeys() {
             key = HotKeySettingOf(id).defaultKey;
             modifiers = HotKeySettingOf(id).defaultModifiers;
         }
-        std::string action = kHotKeyActions[id - 1];
+        std::string action = HotKeySettingOf(id).name;
         action.resize(18, ' ');
         out_ << id << "  " << action << FormatHotKey({modifiers, key})
              << (stored ? "" : "  (default)") << "\n";
@@ -269,7 +267,7 @@ int Ctl::SetHotKey(const std::string& idText, const std::string& comboText) {
     const auto combo = ParseHotKey(comboText, error);
     if (!combo) return Usage("hotkey set: " + error);
     if (!WriteHotKey(*id, combo->key, combo->modifiers)) return kExitFailed;
-    out_ << "Hotkey " << *id << " (" << kHotKeyActions[*id - 1] << ") is now "
+    out_ << "Hotkey " << *id << " (" << HotKeySettingOf(*id).name << ") is now "
          << FormatHotKey(*combo) << ".\n";
     return Running() ? Reload() : kExitOk;
 }
@@ -284,7 +282,7 @@ int Ctl::ResetHotKey(const std::string& which) {
     for (int id = first; id <= last; ++id) {
         const HotKeySetting& setting = HotKeySettingOf(id);
         if (!WriteHotKey(id, setting.defaultKey, setting.defaultModifiers)) return kExitFailed;
-        out_ << "Hotkey " << id << " (" << kHotKeyActions[id - 1] << ") is "
+        out_ << "Hotkey " << id << " (" << setting.name << ") is "
              << FormatHotKey({setting.defaultModifiers, setting.defaultKey}) << " again.\n";
     }
     return Running() ? Reload() : kExitOk;

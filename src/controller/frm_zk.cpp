@@ -168,17 +168,10 @@ void frmZK::CopyData(Lparam lParam) {
 }
 
 void frmZK::HotKeyPressed(std::int32_t id) {
-    if (id < 1 || id > kHotKeyCount) return;
-    std::int32_t kind = KindSwitchTo;
-    std::int16_t target = static_cast<std::int16_t>(id);
-    if (id == 5) {
-        if (!IsDesktopNumber(record_.PreviousDesk)) return;
-        target = record_.PreviousDesk;
-    } else if (id == 6) {
-        kind = KindShowPreview;
-        target = 0;
-    }
-    const std::int16_t index = EventNames::EventIndex(kind, record_.CurrentDesk, target);
+    const auto request = HotKeyRequestOf(id, record_.PreviousDesk);
+    if (!request) return;
+    const std::int16_t index =
+        EventNames::EventIndex(request->kind, record_.CurrentDesk, request->target);
     // An index outside 1..54 raises the subscript error here.
     (void)os_.SetEvent(record_.EventHandles[index]);
 }

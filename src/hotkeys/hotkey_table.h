@@ -1,9 +1,11 @@
 #pragma once
-// The six hotkeys: their registry values under HKEY_CURRENT_USER "Software\Zelkova" and their
-// defaults (Ctrl+Alt with NumPad 1-4, Backspace and NumPad +).
+// The six hotkeys, one row each: the id the system reports, the registry values under
+// HKEY_CURRENT_USER "Software\Zelkova", the default pair, what the hotkey does and how the user
+// sees it named. Every program that registers, lists, edits or explains a hotkey reads this table.
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "support/one_based_array.h"
 
@@ -17,26 +19,51 @@ inline constexpr std::int16_t ModControl = 2;
 inline constexpr std::int16_t ModShift = 4;
 inline constexpr std::int16_t ModWin = 8;
 
+enum class HotKeyAction { ShowDesktop, ShowPreviousDesktop, ShowPreview };
+
 struct HotKeySetting {
+    int id;
     const char16_t* keyValue;
     const char16_t* modifierValue;
     std::int16_t defaultKey;
     std::int16_t defaultModifiers;
+    HotKeyAction action;
+    std::int16_t desk;      // the desktop that ShowDesktop shows
+    const char* name;       // in the control tool's lists: "desktop 1"
+    const char16_t* label;  // in the settings window, with its access key: "Show desktop &1"
 };
 
-// Indexed by hotkey id - 1: desktop 1 to 4, the previous desktop, the preview window.
+// In id order, from 1.
 inline constexpr std::array<HotKeySetting, kHotKeyCount> kHotKeyTable = {{
-    {u"Desktop1Key", u"Desktop1KeyMod", 0x61, ModAlt + ModControl},
-    {u"Desktop2Key", u"Desktop2KeyMod", 0x62, ModAlt + ModControl},
-    {u"Desktop3Key", u"Desktop3KeyMod", 0x63, ModAlt + ModControl},
-    {u"Desktop4Key", u"Desktop4KeyMod", 0x64, ModAlt + ModControl},
-    {u"PrevDesktopKey", u"PrevDesktopKeyMod", 0x08, ModAlt + ModControl},
-    {u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl},
+    {1, u"Desktop1Key", u"Desktop1KeyMod", 0x61, ModAlt + ModControl, HotKeyAction::ShowDesktop, 1,
+     "desktop 1", u"Show desktop &1"},
+    {2, u"Desktop2Key", u"Desktop2KeyMod", 0x62, ModAlt + ModControl, HotKeyAction::ShowDesktop, 2,
+     "desktop 2", u"Show desktop &2"},
+    {3, u"Desktop3Key", u"Desktop3KeyMod", 0x63, ModAlt + ModControl, HotKeyAction::ShowDesktop, 3,
+     "desktop 3", u"Show desktop &3"},
+    {4, u"Desktop4Key", u"Desktop4KeyMod", 0x64, ModAlt + ModControl, HotKeyAction::ShowDesktop, 4,
+     "desktop 4", u"Show desktop &4"},
+    {5, u"PrevDesktopKey", u"PrevDesktopKeyMod", 0x08, ModAlt + ModControl,
+     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Previous desktop"},
+    {6, u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl,
+     HotKeyAction::ShowPreview, 0, "preview", u"Pre&view"},
 }};
 
+[[nodiscard]] constexpr bool IsHotKeyId(int id) {
+    return id >= 1 && id <= kHotKeyCount;
+}
 inline const HotKeySetting& HotKeySettingOf(int id) {
     return kHotKeyTable.at(static_cast<std::size_t>(id - 1));
 }
+
+// What a press of hotkey `id` asks of the shown desktop's switcher: a signal kind with its
+// target desktop. Nothing for an id outside the table, or for "previous" while `previousDesk`
+// names no desktop.
+struct HotKeyRequest {
+    std::int32_t kind;
+    std::int16_t target;
+};
+[[nodiscard]] std::optional<HotKeyRequest> HotKeyRequestOf(int id, std::int16_t previousDesk);
 
 // The hotkey fields of the controller's record, indexed by hotkey id 1 to 6.
 struct HotKeyFields {

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "platform/sim/sim_os.h"
+#include "support/text.h"
 #include "winsupport/subclass_probe.h"
 
 namespace zk {
@@ -161,6 +164,25 @@ TEST(KeyDisplayName, UsesFixedScanCodesForFourKeysAndTheLayoutForTheRest) {
               (std::vector<std::string>{"98 type 0 0x4090409"}));
     EXPECT_EQ(KeyDisplayName(os, 0xFF), u"") << "a key without a name";
 }
+
+#ifdef ZK_README
+// The README's table of registry values is the hotkey table as a user reads it.
+TEST(HotKeyTable, IsTheTableTheReadmeShows) {
+    std::ifstream file(ZK_README);
+    const std::string readme((std::istreambuf_iterator<char>(file)), {});
+    ASSERT_FALSE(readme.empty());
+    for (const HotKeySetting& hotkey : kHotKeyTable) {
+        const std::string row = "| " + std::to_string(hotkey.id) + " | " + hotkey.name + " | `" +
+                                AsciiText(hotkey.keyValue) + "` | `" +
+                                AsciiText(hotkey.modifierValue) + "` | ";
+        const std::string defaults = " (" + std::to_string(hotkey.defaultKey) + ", " +
+                                     std::to_string(hotkey.defaultModifiers) + ") |\n";
+        const auto at = readme.find(row);
+        ASSERT_NE(at, std::string::npos) << row;
+        EXPECT_EQ(readme.find(defaults, at), readme.find('\n', at) - defaults.size() + 1) << row;
+    }
+}
+#endif
 
 }  // namespace
 }  // namespace zk

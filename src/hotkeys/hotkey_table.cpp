@@ -1,0 +1,23 @@
+#include "hotkeys/hotkey_table.h"
+
+#include "desktop/desktops.h"
+#include "signals/event_names.h"
+
+namespace zk {
+
+std::optional<HotKeyRequest> HotKeyRequestOf(int id, std::int16_t previousDesk) {
+    if (!IsHotKeyId(id)) return std::nullopt;
+    const HotKeySetting& setting = HotKeySettingOf(id);
+    switch (setting.action) {
+        case HotKeyAction::ShowDesktop:
+            return HotKeyRequest{KindSwitchTo, setting.desk};
+        case HotKeyAction::ShowPreviousDesktop:
+            if (!IsDesktopNumber(previousDesk)) return std::nullopt;
+            return HotKeyRequest{KindSwitchTo, previousDesk};
+        case HotKeyAction::ShowPreview:
+            return HotKeyRequest{KindShowPreview, 0};
+    }
+    return std::nullopt;
+}
+
+}  // namespace zk
