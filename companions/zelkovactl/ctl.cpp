@@ -1,6 +1,7 @@
 #include "zelkovactl/ctl.h"
 
 #include <algorithm>
+#include <cstring>
 #include <deque>
 
 #include "common/autostart.h"
@@ -19,26 +20,6 @@
 
 namespace zk::ctl {
 namespace {
-
-constexpr char kHelp[] =
-    "Usage: zelkovactl COMMAND\n"
-    "\n"
-    "Commands for a running Zelkova2 (from any desktop):\n"
-    "  switch N              show desktop N (1 to 4)\n"
-    "  reload                read the hotkey settings again\n"
-    "  shutdown              end Zelkova2\n"
-    "  start [--wait]        show desktop 1, then start Zelkova2 (--wait: until it ends)\n"
-    "  restart               end Zelkova2 and start it again from desktop 1\n"
-    "\n"
-    "Settings:\n"
-    "  hotkeys               list the six hotkeys\n"
-    "  hotkey set ID COMBO   set hotkey ID (1 to 6) to COMBO, e.g. Ctrl+Alt+F9\n"
-    "  hotkey reset ID|all   give hotkey ID, or all, its default again\n"
-    "  autostart on|off      start Zelkova2 when you log on, or not\n"
-    "\n"
-    "Information:\n"
-    "  status                whether Zelkova2 runs, the desktop shown, the desktops there are\n"
-    "  log [--tail N]        the newest N entries of the error log (20 if not given)\n";
 
 // How long a command may take to show its effect.
 constexpr std::uint32_t kEffectWithin = 5000;
@@ -66,31 +47,79 @@ std::optional<int> Number(const std::string& text, int low, int high) {
 
 }  // namespace
 
+// The commands, one row each, in the order of the help. A row matches when the command line
+// begins with its name's words and the rest are within its counts of arguments; its handler
+// checks what the arguments say. In a help line "{desktops}" and "{hotkeys}" stand for the
+// numbers of desktops and hotkeys.
+const std::vector<Ctl::Command>& Ctl::Commands() {
+    static const std::vector<Command> commands = {
+        {"switch", "N", "show desktop N (1 to {desktops})", kRunning, 1, 1, &Ctl::Switch},
+        {"reload", "", "read the hotkey settings again", kRunning, 0, 0, &Ctl::Reload},
+        {"shutdown", "", "end Zelkova2", kRunning, 0, 0, &Ctl::Shutdown},
+        {"start", "[--wait]", "show desktop 1, then start Zelkova2 (--wait: until it ends)",
+         kRunning, 0, 1, &Ctl::Start},
+        {"restart", "", "end Zelkova2 and start it again from desktop 1", kRunning, 0, 0,
+         &Ctl::Restart},
+        {"hotkeys", "", "list the {hotkeys} hotkeys", kSettings, 0, 0, &Ctl::HotKeys},
+        {"hotkey set", "ID COMBO", "set hotkey ID (1 to {hotkeys}) to COMBO, e.g. Ctrl+Alt+F9",
+         kSettings, 2, 2, &Ctl::SetHotKey},
+        {"hotkey reset", "ID|all", "give hotkey ID, or all, its default again", kSettings, 1, 1,
+         &Ctl::ResetHotKey},
+        {"autostart", "on|off", "start Zelkova2 when you log on, or not", kSettings, 1, 1,
+         &Ctl::Autostart},
+        {"status", "", "whether Zelkova2 runs, the desktop shown, the desktops there are",
+         kInformation, 0, 0, &Ctl::Status},
+        {"log", "[--tail N]", "the newest N entries of the error log (20 if not given)",
+         kInformation, 0, 2, &Ctl::Log},
+    };
+    return commands;
+}
+
+std::string Ctl::Help() {
+    constexpr const char* kGroups[] = {
+        "Commands for a running Zelkova2 (from any desktop):", "Settings:", "Information:"};
+    std::string help = "Usage: zelkovactl COMMAND\n";
+    for (int group = kRunning; group <= kInformation; ++group) {
+        help += std::string("\n") + kGroups[group] + "\n";
+        for (const Command& command : Commands()) {
+            if (command.group != group) continue;
+            std::string usage = std::string(command.name) + " " + command.arguments;
+            usage.resize(std::max<std::size_t>(usage.size() + 1, 22), ' ');
+            std::string line = command.help;
+            for (const auto& [token, number] :
+                 {std::pair{"{desktops}", kDesktopCount}, std::pair{"{hotkeys}", kHotKeyCount}}) {
+                if (const auto at = line.find(token); at != std::string::npos)
+                    line.replace(at, std::strlen(token), std::to_string(number));
+            }
+            help += "  " + usage + line + "\n";
+        }
+    }
+    return help;
+}
+
 int Ctl::Run(const std::vector<std::string>& args) {
     if (args.empty()) return Usage("no command given");
-    const std::string& command = args[0];
-    const std::size_t count = args.size();
-    if (command == "--help" || command == "-h" || command == "help") {
-        out_ << kHelp;
+    const std::string& first = args[0];
+    if (first == "--help" || first == "-h" || first == "help") {
+        out_ << Help();
         return kExitOk;
     }
-    if (command == "switch" && count == 2) return Switch(args[1]);
-    if (command == "reload" && count == 1) return Reload();
-    if (command == "shutdown" && count == 1) return Shutdown();
-    if (command == "start" && count == 1) return Start(false);
-    if (command == "start" && count == 2 && args[1] == "--wait") return Start(true);
-    if (command == "restart" && count == 1) return Restart();
-    if (command == "hotkeys" && count == 1) return HotKeys();
-    if (command == "hotkey" && count == 4 && args[1] == "set") return SetHotKey(args[2], args[3]);
-    if (command == "hotkey" && count == 3 && args[1] == "reset") return ResetHotKey(args[2]);
-    if (command == "status" && count == 1) return Status();
-    if (command == "log") return Log(args);
-    if (command == "autostart" && count == 2) return Autostart(args[1]);
-    static const char* const known[] = {"switch",  "reload", "shutdown", "start",    "restart",
-                                        "hotkeys", "hotkey", "status",   "autostart"};
-    const bool isKnown = std::find(std::begin(known), std::end(known), command) != std::end(known);
-    return Usage(isKnown ? "wrong arguments for '" + command + "'"
-                         : "unknown command '" + command + "'");
+    bool known = false;
+    for (const Command& command : Commands()) {
+        std::vector<std::string> words;
+        for (std::string_view name = command.name; !name.empty();) {
+            const auto blank = std::min(name.find(' '), name.size());
+            words.emplace_back(name.substr(0, blank));
+            name.remove_prefix(std::min(blank + 1, name.size()));
+        }
+        known = known || words.front() == first;
+        if (args.size() < words.size() || !std::equal(words.begin(), words.end(), args.begin()))
+            continue;
+        const Args rest(args.begin() + static_cast<std::ptrdiff_t>(words.size()), args.end());
+        if (rest.size() >= command.fewest && rest.size() <= command.most)
+            return (this->*command.handler)(rest);
+    }
+    return Usage(known ? "wrong arguments for '" + first + "'" : "unknown command '" + first + "'");
 }
 
 // One line, whatever the arguments held: their control characters show as '?'.
@@ -129,7 +158,8 @@ int Ctl::Signal(std::int16_t index) {
 }
 
 // Done when the input desktop is the one asked for.
-int Ctl::Switch(const std::string& desktop) {
+int Ctl::Switch(const Args& args) {
+    const std::string& desktop = args[0];
     const auto n = Number(desktop, 1, kDesktopCount);
     if (!n) {
         return Usage("switch: the desktop is a number from 1 to " + std::to_string(kDesktopCount) +
@@ -153,7 +183,7 @@ int Ctl::Switch(const std::string& desktop) {
 }
 
 // Done when the bridge has forwarded the reload and told the switchers.
-int Ctl::Reload() {
+int Ctl::Reload(const Args&) {
     companion::Signals signals(os_);
     const Handle reloaded = signals.OwnEvent(companion::ReloadedEventName());
     (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
@@ -168,7 +198,7 @@ int Ctl::Reload() {
 
 // Done when a controller process has ended, and its companions with it (so that its files can
 // be replaced or removed right after).
-int Ctl::Shutdown() {
+int Ctl::Shutdown(const Args&) {
     std::vector<UniqueKernelHandle> processes;
     std::vector<Handle> handles;
     std::vector<UniqueKernelHandle> companions;
@@ -194,7 +224,9 @@ int Ctl::Shutdown() {
     return kExitNoEffect;
 }
 
-int Ctl::Start(bool wait) {
+int Ctl::Start(const Args& args) {
+    if (!args.empty() && args[0] != "--wait") return Usage("wrong arguments for 'start'");
+    const bool wait = !args.empty();
     companion::Launch launch = companion::StartZelkova(os_, kAnswerWithin);
     switch (launch.result) {
         case companion::LaunchResult::AlreadyRunning:
@@ -223,14 +255,14 @@ int Ctl::Start(bool wait) {
     return kExitOk;
 }
 
-int Ctl::Restart() {
+int Ctl::Restart(const Args&) {
     if (Running()) {
-        if (const int status = Shutdown()) return status;
+        if (const int status = Shutdown({})) return status;
     }
-    return Start(false);
+    return Start({});
 }
 
-int Ctl::HotKeys() {
+int Ctl::HotKeys(const Args&) {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         std::int16_t key = 0, modifiers = 0;
         const bool stored = ReadHotKeyPair(registry_, id, key, modifiers);
@@ -260,23 +292,32 @@ bool Ctl::WriteHotKey(int id, std::int16_t key, std::int16_t modifiers) {
     return true;
 }
 
-int Ctl::SetHotKey(const std::string& idText, const std::string& comboText) {
+int Ctl::SetHotKey(const Args& args) {
+    const std::string& idText = args[0];
+    const std::string& comboText = args[1];
     const auto id = Number(idText, 1, kHotKeyCount);
-    if (!id) return Usage("hotkey set: the id is a number from 1 to 6, not '" + idText + "'");
+    if (!id) {
+        return Usage("hotkey set: the id is a number from 1 to " + std::to_string(kHotKeyCount) +
+                     ", not '" + idText + "'");
+    }
     std::string error;
     const auto combo = ParseHotKey(comboText, error);
     if (!combo) return Usage("hotkey set: " + error);
     if (!WriteHotKey(*id, combo->key, combo->modifiers)) return kExitFailed;
     out_ << "Hotkey " << *id << " (" << HotKeySettingOf(*id).name << ") is now "
          << FormatHotKey(*combo) << ".\n";
-    return Running() ? Reload() : kExitOk;
+    return Running() ? Reload({}) : kExitOk;
 }
 
-int Ctl::ResetHotKey(const std::string& which) {
+int Ctl::ResetHotKey(const Args& args) {
+    const std::string& which = args[0];
     int first = 1, last = kHotKeyCount;
     if (which != "all") {
         const auto id = Number(which, 1, kHotKeyCount);
-        if (!id) return Usage("hotkey reset: give an id from 1 to 6 or 'all', not '" + which + "'");
+        if (!id) {
+            return Usage("hotkey reset: give an id from 1 to " + std::to_string(kHotKeyCount) +
+                         " or 'all', not '" + which + "'");
+        }
         first = last = *id;
     }
     for (int id = first; id <= last; ++id) {
@@ -285,10 +326,10 @@ int Ctl::ResetHotKey(const std::string& which) {
         out_ << "Hotkey " << id << " (" << setting.name << ") is "
              << FormatHotKey({setting.defaultModifiers, setting.defaultKey}) << " again.\n";
     }
-    return Running() ? Reload() : kExitOk;
+    return Running() ? Reload({}) : kExitOk;
 }
 
-int Ctl::Status() {
+int Ctl::Status(const Args&) {
     out_ << (Running() ? "Zelkova2 is running" : kNotRunning) << "\n";
     const std::string input = InputDesktop();
     if (!input.empty()) out_ << "Input desktop: " << input << "\n";
@@ -307,13 +348,13 @@ int Ctl::Status() {
     return kExitOk;
 }
 
-int Ctl::Log(const std::vector<std::string>& args) {
+int Ctl::Log(const Args& args) {
     int tail = 20;
-    if (args.size() == 3 && args[1] == "--tail") {
-        const auto n = Number(args[2], 1, 100000);
-        if (!n) return Usage("log: --tail takes a number of entries, not '" + args[2] + "'");
+    if (args.size() == 2 && args[0] == "--tail") {
+        const auto n = Number(args[1], 1, 100000);
+        if (!n) return Usage("log: --tail takes a number of entries, not '" + args[1] + "'");
         tail = *n;
-    } else if (args.size() != 1) {
+    } else if (!args.empty()) {
         return Usage("wrong arguments for 'log'");
     }
     const companion::LogFile log = companion::ReadLog(os_);
@@ -330,7 +371,8 @@ int Ctl::Log(const std::vector<std::string>& args) {
     return kExitOk;
 }
 
-int Ctl::Autostart(const std::string& state) {
+int Ctl::Autostart(const Args& args) {
+    const std::string& state = args[0];
     if (state != "on" && state != "off")
         return Usage("autostart: say on or off, not '" + state + "'");
     const bool on = state == "on";

@@ -26,19 +26,33 @@ class Ctl {
     int Run(const std::vector<std::string>& args);
 
   private:
+    using Args = std::vector<std::string>;
+    enum Group { kRunning, kSettings, kInformation };
+    struct Command {
+        const char* name;       // one word, or two ("hotkey set")
+        const char* arguments;  // as the help shows them
+        const char* help;
+        Group group;
+        std::size_t fewest, most;  // arguments after the name
+        int (Ctl::*handler)(const Args& arguments);
+    };
+    static const std::vector<Command>& Commands();
+    static std::string Help();
+
     int Usage(const std::string& problem);
     int Signal(std::int16_t index);
-    int Switch(const std::string& desktop);
-    int Reload();
-    int Shutdown();
-    int Start(bool wait);
-    int Restart();
-    int HotKeys();
-    int SetHotKey(const std::string& id, const std::string& combo);
-    int ResetHotKey(const std::string& which);
-    int Status();
-    int Log(const std::vector<std::string>& args);
-    int Autostart(const std::string& state);
+    // The commands' handlers; each gets the arguments after the command's name.
+    int Switch(const Args& args);
+    int Reload(const Args& args);
+    int Shutdown(const Args& args);
+    int Start(const Args& args);
+    int Restart(const Args& args);
+    int HotKeys(const Args& args);
+    int SetHotKey(const Args& args);
+    int ResetHotKey(const Args& args);
+    int Status(const Args& args);
+    int Log(const Args& args);
+    int Autostart(const Args& args);
     bool WriteHotKey(int id, std::int16_t key, std::int16_t modifiers);
     [[nodiscard]] bool Running();
     [[nodiscard]] std::string InputDesktop();
