@@ -91,14 +91,9 @@ void Herald::Preview() {
 
 void Herald::StartProgram(Program program) {
     const Text path = ProgramPath(os_, program);
-    StartupInfo si;
-    ProcessInformation pi;
-    if (!os_.CreateProcessW(path, u" ", false, 0, si, pi)) {
+    if (!TryCreateProcess(os_, path, u" ", false, {})) {
         shell_.Tell(path + u" could not be started: " + ApiErrorText(os_, os_.GetLastError()));
-        return;
     }
-    (void)os_.CloseHandle(pi.hProcess);
-    (void)os_.CloseHandle(pi.hThread);
 }
 
 void Herald::Command(TrayCommand command) {

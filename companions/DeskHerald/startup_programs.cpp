@@ -1,6 +1,7 @@
 #include "DeskHerald/startup_programs.h"
 
 #include "common/companion_settings.h"
+#include "platform/handles.h"
 
 namespace zk::companion {
 namespace {
@@ -38,11 +39,7 @@ int StartStartupPrograms(Os& os, Registry& registry, int desk) {
     for (const Text& line : StartupPrograms(os, registry, desk)) {
         StartupInfo si;
         si.lpDesktop = desktop;
-        ProcessInformation pi;
-        if (!os.CreateProcessW(std::nullopt, line, false, 0, si, pi)) continue;
-        (void)os.CloseHandle(pi.hProcess);
-        (void)os.CloseHandle(pi.hThread);
-        ++started;
+        if (TryCreateProcess(os, std::nullopt, line, false, si)) ++started;
     }
     return started;
 }

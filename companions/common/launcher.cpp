@@ -85,27 +85,27 @@ Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
     (void)ShowDefaultDesktop(os);
     StartupInfo si;
     si.lpDesktop = kDefaultDesktopName;
-    ProcessInformation pi;
     const Text path = ProgramPath(os, Program::Controller);
-    if (!os.CreateProcessW(path, u"\"" + path + u"\"", false, 0, si, pi)) {
+    auto started = TryCreateProcess(os, path, u"\"" + path + u"\"", false, si);
+    if (!started) {
         launch.error = os.GetLastError();
         return launch;
     }
-    (void)os.CloseHandle(pi.hThread);
-    launch.process = UniqueKernelHandle(os, pi.hProcess);
+    launch.process = std::move(started->process);
     // Up when its window exists and its nine companions have announced themselves: the
     // startup ends with the switch to desktop 1 right after the last of them starts.
-    SharedState state(os, pi.dwProcessId);
+    SharedState state(os, started->processId);
     for (std::uint32_t waited = 0;; waited += kPoll) {
         const auto& ids = state.Block().companions;
         const bool companionsUp =
             std::all_of(std::begin(ids), std::end(ids), [](std::uint32_t id) { return id != 0; });
         launch.missing = state.Block().missing & (kPilotMissing | kHeraldMissing);
         if ((companionsUp || launch.missing != 0) &&
-            FindControllerWindow(os, pi.dwProcessId) != nullptr) {
+            FindControllerWindow(os, started->processId) != nullptr) {
             break;
         }
-        if (waited >= answerWithin || os.WaitForSingleObject(pi.hProcess, kPoll) != WaitTimeout) {
+        if (waited >= answerWithin ||
+            os.WaitForSingleObject(launch.process.get(), kPoll) != WaitTimeout) {
             launch.result = LaunchResult::NoAnswer;
             return launch;
         }

@@ -80,10 +80,10 @@ void Watchdog::Restart() {
     StartupInfo si;
     si.lpDesktop = DesktopOf(desk_);
     si.lpTitle = si.lpDesktop;
-    ProcessInformation pi;
     const Text path = ProgramPath(os_, program_);
-    if (!os_.CreateProcessW(path, CompanionCommandLine(desk_, controller_.Id()), false, 0, si,
-                            pi)) {
+    auto started =
+        TryCreateProcess(os_, path, CompanionCommandLine(desk_, controller_.Id()), false, si);
+    if (!started) {
         const std::uint32_t code = os_.GetLastError();
         if (code == ErrorFileNotFound || code == ErrorPathNotFound) {
             state_.Block().missing |= program_ == Program::Pilot ? kPilotMissing : kHeraldMissing;
@@ -92,9 +92,8 @@ void Watchdog::Restart() {
                              ApiErrorText(os_, code));
         return;
     }
-    (void)os_.CloseHandle(pi.hThread);
-    watched_ = pi.dwProcessId;
-    process_ = UniqueKernelHandle(os_, pi.hProcess);
+    watched_ = started->processId;
+    process_ = std::move(started->process);
     set_.Replace({wakeKind_, 1}, process_.get());
 }
 

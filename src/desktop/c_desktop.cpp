@@ -1,6 +1,7 @@
 #include "desktop/c_desktop.h"
 
 #include "diagnostics/win_api_error.h"
+#include "platform/handles.h"
 
 namespace zk {
 
@@ -65,14 +66,11 @@ bool cDesktop::StartProcess(const Text& sPath, const Text& CmdLine) {
     StartupInfo si;
     si.lpDesktop = sName;
     si.lpTitle = sName;
-    ProcessInformation pi;
-    if (!os_.CreateProcessW(sPath, u" " + CmdLine, true, 0, si, pi)) {
+    if (!TryCreateProcess(os_, sPath, u" " + CmdLine, true, si)) {
         RecordError(os_.GetLastError());
         return false;
     }
-    (void)os_.CloseHandle(pi.hProcess);
-    (void)os_.CloseHandle(pi.hThread);
-    return true;
+    return true;  // its handles are closed at once
 }
 
 void cDesktop::SwitchTo() {

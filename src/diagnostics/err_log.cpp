@@ -52,10 +52,7 @@ void ErrLog::StartErrorReporter() noexcept {
         StartupInfo si;
         si.dwFlags = StartfUseShowWindow;
         si.wShowWindow = SwShowMinimized;
-        ProcessInformation pi;
-        if (!os_.CreateProcessW(std::nullopt, commandLine, false, 0, si, pi)) return;
-        (void)os_.CloseHandle(pi.hProcess);
-        (void)os_.CloseHandle(pi.hThread);
+        (void)TryCreateProcess(os_, std::nullopt, commandLine, false, si);
     } catch (...) {
         // A reporter that cannot be started goes unnoticed.
     }

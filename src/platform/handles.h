@@ -33,4 +33,23 @@ using UniqueFileHandle = SeamHandle<Handle, KernelApi, &KernelApi::CloseHandle, 
 using UniqueDesktop = SeamHandle<Hdesk, DesktopApi, &DesktopApi::CloseDesktop>;
 using UniqueRegKey = SeamHandle<Hkey, RegistryApi, &RegistryApi::RegCloseKey>;
 
+// A process that CreateProcessW started, holding the process and thread handles it gave.
+struct StartedProcess {
+    UniqueKernelHandle process;
+    UniqueKernelHandle thread;
+    std::uint32_t processId = 0;
+};
+
+// CreateProcessW with owning handles; nothing when the system refuses (its last error says why).
+[[nodiscard]] inline std::optional<StartedProcess> TryCreateProcess(
+    KernelApi& os, const std::optional<Text>& applicationName, const Text& commandLine,
+    bool inheritHandles, const StartupInfo& startupInfo) {
+    ProcessInformation pi;
+    if (!os.CreateProcessW(applicationName, commandLine, inheritHandles, 0, startupInfo, pi)) {
+        return std::nullopt;
+    }
+    return StartedProcess{UniqueKernelHandle(os, pi.hProcess), UniqueKernelHandle(os, pi.hThread),
+                          pi.dwProcessId};
+}
+
 }  // namespace zk
