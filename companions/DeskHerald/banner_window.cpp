@@ -1,6 +1,9 @@
 #include "DeskHerald/banner_window.h"
 
 #include "common/appearance.h"
+#include "platform/win32/wide_text.h"
+
+using zk::win32::W;
 
 namespace zk::companion {
 namespace {
@@ -27,7 +30,7 @@ void BannerWindow::Show(const Text& name) {
     metrics.lfMessageFont.lfWeight = FW_SEMIBOLD;
     metrics.lfMessageFont.lfHeight = -Scale(30, static_cast<int>(dpi));
     font_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
-    ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(text_.c_str()));
+    ::SetWindowTextW(Window(), W(text_));
     ::SetWindowPos(Window(), HWND_TOPMOST, r.left, r.top, r.Width(), r.Height(),
                    SWP_NOACTIVATE | SWP_SHOWWINDOW);
     ::InvalidateRect(Window(), nullptr, FALSE);
@@ -67,7 +70,7 @@ void BannerWindow::Paint() {
         const Selection font(dc, font_.get());
         ::SetBkMode(dc, TRANSPARENT);
         ::SetTextColor(dc, kText);
-        ::DrawTextW(dc, reinterpret_cast<const wchar_t*>(text_.c_str()), -1, &client,
+        ::DrawTextW(dc, W(text_), -1, &client,
                     DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
     }
     ::EndPaint(Window(), &ps);

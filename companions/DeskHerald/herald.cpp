@@ -44,8 +44,9 @@ void Herald::NoteMissingPrograms() {
     if (desk_ != 1 || (missing & kMissingLogged) != 0) return;
     missing |= kMissingLogged;
     ErrLog log(os_);
-    log.LogError(u"Zelkova: " + Text(ProgramFileName(Program::Pilot)) + u" is missing from " +
-                 ExecutableFolder(os_) + u": the hotkeys and the preview do not work.");
+    log.LogError(LogMessage(ProgramFileName(Program::Pilot) +
+                            (u" is missing from " + ExecutableFolder(os_)) +
+                            u": the hotkeys and the preview do not work."));
     log.StartErrorReporter();
 }
 

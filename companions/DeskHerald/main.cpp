@@ -9,7 +9,10 @@
 #include "common/companion_args.h"
 #include "diagnostics/err_log.h"
 #include "launch/entry_points.h"
+#include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
+
+using zk::win32::W;
 
 using namespace zk;
 using namespace zk::companion;
@@ -23,15 +26,14 @@ class HeraldShell final : public Herald::Shell {
     void ShowBanner(const Text& name) override { banner_.Show(name); }
     void TrayChanged() override { tray_.Update(); }
     std::optional<bool> Ask(const Text& question) override {
-        const int answer =
-            ::MessageBoxW(tray_.Window(), reinterpret_cast<const wchar_t*>(question.c_str()),
-                          L"Exit Zelkova2", MB_YESNOCANCEL | MB_ICONQUESTION | MB_SETFOREGROUND);
+        const int answer = ::MessageBoxW(tray_.Window(), W(question), L"Exit Zelkova2",
+                                         MB_YESNOCANCEL | MB_ICONQUESTION | MB_SETFOREGROUND);
         if (answer == IDCANCEL) return std::nullopt;
         return answer == IDYES;
     }
     void Tell(const Text& message) override {
-        ::MessageBoxW(tray_.Window(), reinterpret_cast<const wchar_t*>(message.c_str()),
-                      L"Zelkova2", MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
+        ::MessageBoxW(tray_.Window(), W(message), L"Zelkova2",
+                      MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
     }
 
   private:
@@ -44,7 +46,7 @@ class HeraldShell final : public Herald::Shell {
 ZK_ENTRY int ZkDeskHerald(int) {
     Win32Os os;
     ProcessContext context(
-        os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: DeskHerald: " + what); });
+        os, [&](const Text& what) { ErrLog(os).LogError(LogMessage(u"DeskHerald: " + what)); });
     const CompanionArgs args =
         ParseCompanionArgs(reinterpret_cast<const char16_t*>(::GetCommandLineW()));
     if (args.desk < 1 || args.desk > 5) return 2;

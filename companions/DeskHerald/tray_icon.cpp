@@ -7,6 +7,9 @@
 #include <vector>
 
 #include "common/appearance.h"
+#include "platform/win32/wide_text.h"
+
+using zk::win32::W;
 
 namespace zk::companion {
 namespace {
@@ -93,7 +96,7 @@ void TrayIcon::Update() {
     const Text tip = herald_->Tooltip();
     // The tray window carries the tooltip as its caption too: what a screen reader, or a test,
     // can ask the window for.
-    ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(tip.c_str()));
+    ::SetWindowTextW(Window(), W(tip));
     const std::size_t n = std::min(tip.size(), std::size(data.szTip) - 1);
     std::memcpy(data.szTip, tip.data(), n * sizeof(wchar_t));
     if (added_ && ::Shell_NotifyIconW(NIM_MODIFY, &data)) return;
@@ -108,8 +111,7 @@ void TrayIcon::ShowMenu() {
     for (const TrayMenuItem& item : herald_->Menu()) {
         if (item.separatorBefore) ::AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
         ::AppendMenuW(menu.get(), MF_STRING | (item.checked ? MF_CHECKED : 0),
-                      static_cast<UINT_PTR>(item.command),
-                      reinterpret_cast<const wchar_t*>(item.label.c_str()));
+                      static_cast<UINT_PTR>(item.command), W(item.label));
     }
     ::SetMenuDefaultItem(menu.get(), static_cast<UINT>(TrayCommand::Preview), FALSE);
     POINT at{};

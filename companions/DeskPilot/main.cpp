@@ -86,7 +86,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
 ZK_ENTRY int ZkDeskPilot(int) {
     Win32Os os;
     ProcessContext context(
-        os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: DeskPilot: " + what); });
+        os, [&](const Text& what) { ErrLog(os).LogError(LogMessage(u"DeskPilot: " + what)); });
     const CompanionArgs args =
         ParseCompanionArgs(reinterpret_cast<const char16_t*>(::GetCommandLineW()));
     if (!IsDesktopNumber(args.desk)) return 2;

@@ -62,8 +62,9 @@ void Pilot::NoteMissingHerald() {
     if ((missing & kMissingLogged) != 0) return;
     missing |= kMissingLogged;
     ErrLog log(os_);
-    log.LogError(u"Zelkova: " + Text(ProgramFileName(Program::Herald)) + u" is missing from " +
-                 ExecutableFolder(os_) + u": Zelkova2 cannot switch desktops.");
+    log.LogError(LogMessage(ProgramFileName(Program::Herald) +
+                            (u" is missing from " + ExecutableFolder(os_)) +
+                            u": Zelkova2 cannot switch desktops."));
     log.StartErrorReporter();
 }
 

@@ -2,7 +2,10 @@
 
 #include "DeskPilot/preview_keys.h"
 #include "common/companion_settings.h"
+#include "platform/win32/wide_text.h"
 #include "settings/registry.h"
+
+using zk::win32::W;
 
 namespace zk::companion {
 namespace {
@@ -67,7 +70,7 @@ void PreviewWindow::Show() {
     Text caption = u"Zelkova2 Preview:";
     for (int d = 1; d <= kDesktopCount; ++d)
         caption += u" " + PreviewLabel(d, names_[d - 1], d == shown_) + u";";
-    ::SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(caption.c_str()));
+    ::SetWindowTextW(Window(), W(caption));
     LayOut();
     ::ShowWindow(Window(), SW_SHOW);
     ::SetForegroundWindow(Window());
@@ -155,7 +158,7 @@ void PreviewWindow::Paint() {
             const Rect& l = layout_.labels[d - 1];
             RECT label{l.left, l.top, l.right, l.bottom};
             const Text text = PreviewLabel(d, names_[d - 1], d == shown_);
-            ::DrawTextW(dc.get(), reinterpret_cast<const wchar_t*>(text.c_str()), -1, &label,
+            ::DrawTextW(dc.get(), W(text), -1, &label,
                         DT_CENTER | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         }
         ::BitBlt(screen, 0, 0, client.right, client.bottom, dc.get(), 0, 0, SRCCOPY);

@@ -13,7 +13,10 @@
 #include "common/window_base.h"
 #include "launch/entry_points.h"
 #include "platform/handles.h"
+#include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
+
+using zk::win32::W;
 
 using namespace zk;
 using namespace zk::companion;
@@ -24,10 +27,6 @@ constexpr wchar_t kClass[] = L"Zelkova2ErrorReporter";
 constexpr wchar_t kCaption[] = L"Zelkova2 errors";
 constexpr UINT kRefresh = WM_APP + 1;
 constexpr int kOpenLog = 101, kCopy = 102, kClose = IDCANCEL, kText = 104;
-
-const wchar_t* W(const Text& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 void CopyToClipboard(HWND owner, const std::wstring& text) {
     if (!::OpenClipboard(owner)) return;

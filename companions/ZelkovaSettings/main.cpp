@@ -12,16 +12,15 @@
 #include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "launch/entry_points.h"
+#include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
+
+using zk::win32::W;
 
 using namespace zk;
 using namespace zk::companion;
 
 namespace {
-
-const wchar_t* W(const Text& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 class SettingsDialog final : public WindowBase<SettingsDialog> {
   public:
@@ -190,8 +189,9 @@ int StartFromLogOn(Os& os) {
 ZK_ENTRY int ZkZelkovaSettings(int show) {
     const wchar_t* commandLine = ::GetCommandLineW();
     Win32Os os;
-    ProcessContext context(
-        os, [&](const Text& what) { ErrLog(os).LogError(u"Zelkova: ZelkovaSettings: " + what); });
+    ProcessContext context(os, [&](const Text& what) {
+        ErrLog(os).LogError(LogMessage(u"ZelkovaSettings: " + what));
+    });
     if (std::wstring(commandLine).find(L"--start") != std::wstring::npos) {
         return StartFromLogOn(os);
     }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kProbeId = 0xBF00;
 constexpr std::uint32_t kReloadWithin = 5000;
-constexpr std::string_view kRegisterFailed = "Failed to register the following hotkey: ";
+const std::string kRegisterFailedText = AsciiText(kRegisterFailed);
 
 bool WriteDword(Registry& registry, const Text& key, const Text& name, std::int32_t value) {
     std::uint32_t type = RegDword;
@@ -165,13 +165,14 @@ ApplyResult SettingsModel::Apply(const Settings& settings) {
     const std::string log = ReadLog(os_).bytes.value_or(std::string());
     if (log.size() <= logBefore) return result;
     for (const std::string& entry : LogEntries(std::string_view(log).substr(logBefore))) {
-        const auto at = entry.find(kRegisterFailed);
+        const auto at = entry.find(kRegisterFailedText);
         if (at == std::string::npos) {
             result.otherErrors.push_back(os_.MultiByteToWideChar(entry));
             continue;
         }
         // "<modifiers> + <key name>", as the controller describes a hotkey.
-        const Text described = os_.MultiByteToWideChar(entry.substr(at + kRegisterFailed.size()));
+        const Text described =
+            os_.MultiByteToWideChar(entry.substr(at + kRegisterFailedText.size()));
         bool matched = false;
         for (int id = 1; id <= kHotKeyCount; ++id) {
             const Combo& c = settings.hotkeys[id - 1];

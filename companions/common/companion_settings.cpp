@@ -16,7 +16,7 @@ Text ProgramsKey(int desk) {
     return DesktopKey(desk) + u"\\Programs";
 }
 
-bool ReadFlag(Registry& registry, const Text& key, const Text& value, bool fallback) {
+bool ReadFlagOrDefault(Registry& registry, const Text& key, const Text& value, bool fallback) {
     RegData data;
     if (!registry.ReadValue(HkeyCurrentUser(), key, value, RegDword, data)) return fallback;
     return std::get<std::int32_t>(data) != 0;
@@ -34,11 +34,11 @@ Text DesktopName(Registry& registry, int desk) {
 }
 
 bool BannerShown(Registry& registry) {
-    return ReadFlag(registry, kSettingsKey, kShowBannerValue, true);
+    return ReadFlagOrDefault(registry, kSettingsKey, kShowBannerValue, true);
 }
 
 bool StartProgramsOn(Registry& registry, int desk) {
-    return ReadFlag(registry, DesktopKey(desk), kStartProgramsValue, true);
+    return ReadFlagOrDefault(registry, DesktopKey(desk), kStartProgramsValue, true);
 }
 
 std::optional<std::vector<Text>> StoredPrograms(RegistryApi& os, int desk) {

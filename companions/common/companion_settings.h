@@ -24,7 +24,8 @@ inline constexpr char16_t kDefaultShell[] = u"explorer.exe";
 [[nodiscard]] Text ProgramsKey(int desk);
 
 // A DWORD setting; `fallback` when it is missing or cannot be read.
-[[nodiscard]] bool ReadFlag(Registry& registry, const Text& key, const Text& value, bool fallback);
+[[nodiscard]] bool ReadFlagOrDefault(Registry& registry, const Text& key, const Text& value,
+                                     bool fallback);
 [[nodiscard]] Text DesktopName(Registry& registry, int desk);
 [[nodiscard]] bool BannerShown(Registry& registry);
 [[nodiscard]] bool StartProgramsOn(Registry& registry, int desk);

@@ -8,7 +8,8 @@
 namespace zk::companion {
 namespace {
 
-constexpr std::string_view kEntryMark = " Zelkova:";
+// The mark of a message, after the entry's date and time and their blank.
+const std::string kEntryMark = " " + AsciiText(kMessageMark);
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 #pragma once
 // The error log as its readers see it (the control tool, the reporter, the settings window):
-// its entries, newest last. An entry is the line that holds "Zelkova:" after its date and time,
-// with the lines that follow it until the next entry: a system text in a message ends with a
+// its entries, newest last. An entry is the line that holds the message mark after its date and
+// time, with the lines that follow it until the next entry: a system text in a message ends with a
 // line break of its own, so one entry can span two lines.
 
 #include <optional>

@@ -70,8 +70,9 @@ void Watchdog::Restart() {
     }
     if (gaveUp_ || restarts_ >= kRestartsPerMinute) {
         if (!gaveUp_) {
-            ErrLog(os_).LogError(u"Zelkova: " + Text(ProgramFileName(program_)) + u" " +
-                                 DecimalText(desk_) + u" kept ending; it is not started again.");
+            ErrLog(os_).LogError(LogMessage(ProgramFileName(program_) +
+                                            (u" " + DecimalText(desk_)) +
+                                            u" kept ending; it is not started again."));
         }
         gaveUp_ = true;
         return;
@@ -88,8 +89,8 @@ void Watchdog::Restart() {
         if (code == ErrorFileNotFound || code == ErrorPathNotFound) {
             state_.Block().missing |= program_ == Program::Pilot ? kPilotMissing : kHeraldMissing;
         }
-        ErrLog(os_).LogError(u"Zelkova: " + path + u" could not be started again: " +
-                             ApiErrorText(os_, code));
+        ErrLog(os_).LogError(
+            LogMessage(path + u" could not be started again: " + ApiErrorText(os_, code)));
         return;
     }
     watched_ = started->processId;

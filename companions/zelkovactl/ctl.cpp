@@ -301,7 +301,7 @@ int Ctl::SetHotKey(const Args& args) {
                      ", not '" + idText + "'");
     }
     std::string error;
-    const auto combo = ParseHotKey(comboText, error);
+    const auto combo = TryParseHotKey(comboText, error);
     if (!combo) return Usage("hotkey set: " + error);
     if (!WriteHotKey(*id, combo->key, combo->modifiers)) return kExitFailed;
     out_ << "Hotkey " << *id << " (" << HotKeySettingOf(*id).name << ") is now "

@@ -76,7 +76,7 @@ std::string FormatHotKey(const HotKeyCombo& combo) {
     return text + code;
 }
 
-std::optional<HotKeyCombo> ParseHotKey(std::string_view text, std::string& error) {
+std::optional<HotKeyCombo> TryParseHotKey(std::string_view text, std::string& error) {
     static const std::pair<const char*, std::int16_t> modifiers[] = {
         {"ctrl", ModControl}, {"control", ModControl}, {"alt", ModAlt},
         {"shift", ModShift},  {"win", ModWin},         {"windows", ModWin}};

@@ -18,6 +18,6 @@ std::string FormatHotKey(const HotKeyCombo& combo);
 
 // Accepts the formatted text in any case and spacing, and a few other names ("NumPad2",
 // "Return", "Escape", "Del", "PageUp"). On failure `error` says why.
-std::optional<HotKeyCombo> ParseHotKey(std::string_view text, std::string& error);
+std::optional<HotKeyCombo> TryParseHotKey(std::string_view text, std::string& error);
 
 }  // namespace zk::ctl

@@ -10,9 +10,6 @@
 namespace zk {
 namespace {
 
-constexpr char16_t kMessagePrefix[] = u"Zelkova: ";
-// The one message whose prefix has no blank: the failure to make "desk2".
-constexpr char16_t kDesk2MessagePrefix[] = u"Zelkova:";
 constexpr char16_t kEventFailure[] = u"Failed to create event ";
 constexpr char16_t kNoWindow[] = u"The controller window could not be created: ";
 
@@ -73,8 +70,8 @@ void frmZK::CreateEvents() {
             os_.CreateEventA(false, false, os_.WideCharToMultiByte(names_.EventName(i)));
         if (record_.EventHandles[i] != nullptr) continue;
         const std::uint32_t code = os_.GetLastError();
-        log_.LogError(kMessagePrefix + Text(kEventFailure) + names_.EventName(i) + u" (" +
-                      ApiErrorText(os_, code) + u")");
+        log_.LogError(LogMessage(kEventFailure + names_.EventName(i) + u" (" +
+                                 ApiErrorText(os_, code) + u")"));
         log_.StartErrorReporter();
         os_.ExitProcess(kExitEventFailure);
     }
@@ -84,15 +81,16 @@ void frmZK::CreateEvents() {
 // After a failure the screen goes back to desktop 1 (if it was left) and the window is unloaded.
 bool frmZK::TakeDesktops() {
     if (!record_.Desktops[1]->SetAsDefault()) {
-        FailStart(kMessagePrefix + record_.Desktops[1]->GetLastError());
+        FailStart(LogMessage(record_.Desktops[1]->GetLastError()));
         return false;
     }
     for (std::int16_t number = 2; number <= kDesktopCount; ++number) {
         cDesktop& desktop = *record_.Desktops[number];
         if (desktop.Create(kDesktopNames[number - 1], number)) continue;
         record_.Desktops[1]->SwitchTo();
-        const Text prefix = number == 2 ? kDesk2MessagePrefix : kMessagePrefix;
-        FailStart(prefix + desktop.GetLastError());
+        // The one message without a blank after the mark: the failure to make "desk2".
+        FailStart(number == 2 ? kMessageMark + desktop.GetLastError()
+                              : LogMessage(desktop.GetLastError()));
         return false;
     }
     return true;
@@ -219,19 +217,19 @@ int RunMessageLoop(Os& os) {
 int RunZelkova(Os& os) {
     std::shared_ptr<frmZK> form;
     ProcessContext context(os, [&](const Text& what) {
-        if (form) form->log().LogError(kMessagePrefix + what);
+        if (form) form->log().LogError(LogMessage(what));
     });
     try {
         form = frmZK::Load(os);
     } catch (const std::exception& e) {
         // Attaching to its own window does not fail in practice; if it does, say so and end.
         const std::string what = e.what();
-        ErrLog(os).LogError(kMessagePrefix + Text(what.begin(), what.end()));
+        ErrLog(os).LogError(LogMessage(Text(what.begin(), what.end())));
         return kExitStartError;
     }
     if (form == nullptr) {
         const std::uint32_t code = os.GetLastError();
-        ErrLog(os).LogError(kMessagePrefix + Text(kNoWindow) + ApiErrorText(os, code));
+        ErrLog(os).LogError(LogMessage(kNoWindow + ApiErrorText(os, code)));
         return kExitStartError;
     }
     return RunMessageLoop(os);

@@ -8,6 +8,13 @@ namespace zk {
 
 inline constexpr char16_t kLogFileName[] = u"ZelkovaErrors.txt";
 
+// Every message in the log begins with this mark; all but one put a blank after it.
+inline constexpr char16_t kMessageMark[] = u"Zelkova:";
+// A message as the log takes it: the mark, a blank, and what happened.
+[[nodiscard]] inline Text LogMessage(const Text& what) {
+    return kMessageMark + (u" " + what);
+}
+
 class ErrLog {
   public:
     explicit ErrLog(Os& os) : os_(os) {}

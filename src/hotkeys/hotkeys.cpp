@@ -64,8 +64,8 @@ bool ReadHotKeyPair(Registry& registry, int id, std::int16_t& key, std::int16_t&
 }
 
 Text HotKeys::Describe(const char16_t* prefix, int id) {
-    return prefix + DecimalText(fields_.HotKeyMod[id]) + u" + " +
-           KeyDisplayName(os_, fields_.HotKeyCode[id]);
+    return LogMessage(prefix + DecimalText(fields_.HotKeyMod[id]) + u" + " +
+                      KeyDisplayName(os_, fields_.HotKeyCode[id]));
 }
 
 bool HotKeys::Register(int id) {

@@ -9,9 +9,8 @@
 
 namespace zk {
 
-inline constexpr char16_t kRegisterFailed[] = u"Zelkova: Failed to register the following hotkey: ";
-inline constexpr char16_t kUnregisterFailed[] =
-    u"Zelkova: Failed to unregister the following hotkey: ";
+inline constexpr char16_t kRegisterFailed[] = u"Failed to register the following hotkey: ";
+inline constexpr char16_t kUnregisterFailed[] = u"Failed to unregister the following hotkey: ";
 
 // The keyboard layout's name of a key ("Num 2"), or empty text.
 [[nodiscard]] Text KeyDisplayName(TextApi& os, std::int16_t virtualKey);

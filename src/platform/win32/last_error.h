@@ -4,9 +4,8 @@
 
 #include <windows.h>
 
-#include <optional>
-
 #include "platform/types.h"
+#include "platform/win32/wide_text.h"
 
 namespace zk::win32 {
 
@@ -20,17 +19,6 @@ T Keep(T result) {
 }
 inline void TakeLastError() {
     t_lastError = ::GetLastError();
-}
-
-// UTF-16 text as the system's wide strings (wchar_t is 16 bits on Windows).
-inline const wchar_t* W(const Text& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-inline wchar_t* W(char16_t* text) {
-    return reinterpret_cast<wchar_t*>(text);
-}
-inline const wchar_t* W(const std::optional<Text>& text) {
-    return text ? W(*text) : nullptr;
 }
 
 }  // namespace zk::win32
