@@ -25,7 +25,7 @@ void WaitSet::Remove(Wake wake) {
     wakes_.erase(it);
 }
 
-void RunWaitLoop(WindowApi& os, const WaitSet& set, const std::function<bool(Wake)>& woken) {
+void RunWaitLoop(MessageApi& os, const WaitSet& set, const std::function<bool(Wake)>& woken) {
     for (;;) {
         const auto& handles = set.Handles();
         const auto count = static_cast<std::uint32_t>(handles.size());

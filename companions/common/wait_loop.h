@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/os.h"
+#include "platform/api/message_api.h"
 
 namespace zk::companion {
 
@@ -35,6 +35,6 @@ class WaitSet {
 // Waits until a handle is signalled and calls `woken` with what it stands for; dispatches the
 // thread's messages meanwhile. Ends when `woken` returns false, on WM_QUIT, or when the wait
 // fails. The set may change inside `woken`.
-void RunWaitLoop(WindowApi& os, const WaitSet& set, const std::function<bool(Wake)>& woken);
+void RunWaitLoop(MessageApi& os, const WaitSet& set, const std::function<bool(Wake)>& woken);
 
 }  // namespace zk::companion

@@ -6,7 +6,9 @@
 
 #include "platform/api/desktop_api.h"
 #include "platform/api/file_api.h"
+#include "platform/api/hotkey_api.h"
 #include "platform/api/kernel_api.h"
+#include "platform/api/message_api.h"
 #include "platform/api/registry_api.h"
 #include "platform/api/text_api.h"
 #include "platform/api/window_api.h"
@@ -17,6 +19,8 @@ class Os : public virtual KernelApi,
            public virtual FileApi,
            public virtual DesktopApi,
            public virtual WindowApi,
+           public virtual MessageApi,
+           public virtual HotKeyApi,
            public virtual RegistryApi,
            public virtual TextApi {};
 

@@ -1,6 +1,5 @@
 #pragma once
-// user32: windows, their properties and procedures, messages and the thread's queue, hotkeys and
-// icons.
+// user32: windows, their properties and procedures, messages sent to them, and icons.
 
 #include "platform/api/system_api.h"
 
@@ -8,13 +7,6 @@ namespace zk {
 
 class WindowApi : public virtual SystemApi {
   public:
-    // --- hotkeys
-    [[nodiscard]] virtual std::int32_t RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,
-                                                      std::uint32_t virtualKey) = 0;
-    [[nodiscard]] virtual bool UnregisterHotKey(Hwnd window, int id) = 0;
-    // Types keys as the user would; the number of inputs inserted (0 on failure).
-    [[nodiscard]] virtual std::uint32_t SendInput(std::span<const KeyInput> keys) = 0;
-
     // --- window properties and procedures
     virtual bool SetPropA(Hwnd window, const Ansi& name, Handle data) = 0;
     [[nodiscard]] virtual Handle GetPropW(Hwnd window, const Text& name) = 0;
@@ -41,7 +33,7 @@ class WindowApi : public virtual SystemApi {
     virtual Lresult SendMessageA(Hwnd window, std::uint32_t message, Wparam wParam,
                                  Lparam lParam) = 0;
 
-    // --- hosting a window, and the thread's messages
+    // --- hosting a window, and messages sent to it
     [[nodiscard]] virtual std::uint16_t RegisterClassW(const Text& className, WndProc procedure,
                                                        Hinstance instance) = 0;
     [[nodiscard]] virtual Hwnd CreateWindowExW(std::uint32_t exStyle, const Text& className,
@@ -57,20 +49,6 @@ class WindowApi : public virtual SystemApi {
                                                    Wparam wParam, Lparam lParam,
                                                    std::uint32_t flags, std::uint32_t timeout,
                                                    Lresult& result) = 0;
-    virtual bool PostMessageW(Hwnd window, std::uint32_t message, Wparam wParam, Lparam lParam) = 0;
-    [[nodiscard]] virtual int GetMessageW(Msg& message) = 0;
-    // PeekMessageW with PM_REMOVE.
-    [[nodiscard]] virtual bool PeekMessageW(Msg& message) = 0;
-    virtual bool TranslateMessage(const Msg& message) = 0;
-    virtual Lresult DispatchMessageW(const Msg& message) = 0;
-    virtual void PostQuitMessage(int exitCode) = 0;
-    // Waits until a handle is signalled (its position, from WaitObject0 or WaitAbandoned0) or
-    // input of `wakeMask` is queued (WaitObject0 + the number of handles).
-    [[nodiscard]] virtual std::uint32_t MsgWaitForMultipleObjects(std::span<const Handle> handles,
-                                                                  std::uint32_t milliseconds,
-                                                                  std::uint32_t wakeMask) = 0;
-    virtual std::uintptr_t SetTimer(Hwnd window, std::uintptr_t id, std::uint32_t milliseconds) = 0;
-    virtual bool KillTimer(Hwnd window, std::uintptr_t id) = 0;
 };
 
 }  // namespace zk

@@ -3,7 +3,7 @@
 // or only to the desktop of the window that registered it is not settled for Windows (Wine 10
 // scopes it to the desktop); the part models both, and tests choose.
 
-#include "platform/api/window_api.h"
+#include "platform/api/hotkey_api.h"
 #include "platform/sim/session.h"
 #include "platform/sim/sim_messages.h"
 #include "platform/sim/sim_windows.h"
@@ -12,7 +12,7 @@ namespace zk::sim {
 
 enum class HotKeyScope { Session, Desktop };
 
-class SimHotKeys : public virtual WindowApi {
+class SimHotKeys : public virtual HotKeyApi {
   public:
     SimHotKeys(Session& session, SimWindows& windows, SimMessages& messages);
 

@@ -6,13 +6,13 @@
 #include <deque>
 #include <map>
 
-#include "platform/api/window_api.h"
+#include "platform/api/message_api.h"
 #include "platform/sim/session.h"
 #include "platform/sim/sim_windows.h"
 
 namespace zk::sim {
 
-class SimMessages : public virtual WindowApi {
+class SimMessages : public virtual MessageApi {
   public:
     SimMessages(Session& session, SimWindows& windows);
 

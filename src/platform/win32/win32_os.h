@@ -5,7 +5,9 @@
 #include "platform/os.h"
 #include "platform/win32/win32_desktops.h"
 #include "platform/win32/win32_files.h"
+#include "platform/win32/win32_hotkeys.h"
 #include "platform/win32/win32_kernel.h"
+#include "platform/win32/win32_messages.h"
 #include "platform/win32/win32_registry.h"
 #include "platform/win32/win32_system.h"
 #include "platform/win32/win32_text.h"
@@ -19,6 +21,8 @@ class Win32Os final : public Os,
                       public win32::Win32Files,
                       public win32::Win32Desktops,
                       public win32::Win32Windows,
+                      public win32::Win32Messages,
+                      public win32::Win32HotKeys,
                       public win32::Win32Registry,
                       public win32::Win32Text {};
 

@@ -12,31 +12,8 @@ static_assert(offsetof(CopyDataStruct, cbData) == offsetof(COPYDATASTRUCT, cbDat
 static_assert(offsetof(CopyDataStruct, lpData) == offsetof(COPYDATASTRUCT, lpData));
 static_assert(std::is_same_v<WndProc, WNDPROC>);
 
-MSG ToMsg(const Msg& m) {
-    return MSG{m.hwnd, m.message, m.wParam, m.lParam, m.time, POINT{m.ptX, m.ptY}};
-}
-Msg FromMsg(const MSG& m) {
-    return Msg{m.hwnd, m.message, m.wParam, m.lParam, m.time, m.pt.x, m.pt.y};
-}
-
 }  // namespace
 
-std::int32_t Win32Windows::RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,
-                                          std::uint32_t virtualKey) {
-    return Keep(::RegisterHotKey(window, id, modifiers, virtualKey));
-}
-bool Win32Windows::UnregisterHotKey(Hwnd window, int id) {
-    return Keep(::UnregisterHotKey(window, id)) != 0;
-}
-std::uint32_t Win32Windows::SendInput(std::span<const KeyInput> keys) {
-    std::vector<INPUT> inputs(keys.size());
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        inputs[i].type = INPUT_KEYBOARD;
-        inputs[i].ki.wVk = keys[i].virtualKey;
-        inputs[i].ki.dwFlags = keys[i].up ? KEYEVENTF_KEYUP : 0;
-    }
-    return Keep(::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)));
-}
 bool Win32Windows::SetPropA(Hwnd window, const Ansi& name, Handle data) {
     return Keep(::SetPropA(window, name.c_str(), data)) != 0;
 }
@@ -134,46 +111,6 @@ bool Win32Windows::SendMessageTimeoutW(Hwnd window, std::uint32_t message, Wpara
         Keep(::SendMessageTimeoutW(window, message, wParam, lParam, flags, timeout, &answer));
     result = static_cast<Lresult>(answer);
     return ok != 0;
-}
-bool Win32Windows::PostMessageW(Hwnd window, std::uint32_t message, Wparam wParam, Lparam lParam) {
-    return Keep(::PostMessageW(window, message, wParam, lParam)) != 0;
-}
-int Win32Windows::GetMessageW(Msg& message) {
-    MSG m{};
-    const int result = Keep(::GetMessageW(&m, nullptr, 0, 0));
-    message = FromMsg(m);
-    return result;
-}
-bool Win32Windows::PeekMessageW(Msg& message) {
-    MSG m{};
-    const BOOL got = Keep(::PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE));
-    message = FromMsg(m);
-    return got != 0;
-}
-bool Win32Windows::TranslateMessage(const Msg& message) {
-    const MSG m = ToMsg(message);
-    return Keep(::TranslateMessage(&m)) != 0;
-}
-Lresult Win32Windows::DispatchMessageW(const Msg& message) {
-    const MSG m = ToMsg(message);
-    return Keep(::DispatchMessageW(&m));
-}
-void Win32Windows::PostQuitMessage(int exitCode) {
-    ::PostQuitMessage(exitCode);
-    TakeLastError();
-}
-// MWMO_INPUTAVAILABLE: input that was already seen but not taken out of the queue wakes it too.
-std::uint32_t Win32Windows::MsgWaitForMultipleObjects(std::span<const Handle> handles,
-                                                      std::uint32_t milliseconds,
-                                                      std::uint32_t wakeMask) {
-    return Keep(::MsgWaitForMultipleObjectsEx(static_cast<DWORD>(handles.size()), handles.data(),
-                                              milliseconds, wakeMask, MWMO_INPUTAVAILABLE));
-}
-std::uintptr_t Win32Windows::SetTimer(Hwnd window, std::uintptr_t id, std::uint32_t milliseconds) {
-    return Keep(::SetTimer(window, id, milliseconds, nullptr));
-}
-bool Win32Windows::KillTimer(Hwnd window, std::uintptr_t id) {
-    return Keep(::KillTimer(window, id)) != 0;
 }
 
 }  // namespace zk::win32

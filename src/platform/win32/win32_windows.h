@@ -5,10 +5,6 @@ namespace zk::win32 {
 
 class Win32Windows : public virtual WindowApi {
   public:
-    std::int32_t RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,
-                                std::uint32_t virtualKey) override;
-    bool UnregisterHotKey(Hwnd window, int id) override;
-    std::uint32_t SendInput(std::span<const KeyInput> keys) override;
     bool SetPropA(Hwnd window, const Ansi& name, Handle data) override;
     Handle GetPropW(Hwnd window, const Text& name) override;
     bool SetPropW(Hwnd window, const Text& name, Handle data) override;
@@ -37,17 +33,6 @@ class Win32Windows : public virtual WindowApi {
     Lresult SendMessageW(Hwnd window, std::uint32_t message, Wparam wParam, Lparam lParam) override;
     bool SendMessageTimeoutW(Hwnd window, std::uint32_t message, Wparam wParam, Lparam lParam,
                              std::uint32_t flags, std::uint32_t timeout, Lresult& result) override;
-    bool PostMessageW(Hwnd window, std::uint32_t message, Wparam wParam, Lparam lParam) override;
-    int GetMessageW(Msg& message) override;
-    bool PeekMessageW(Msg& message) override;
-    bool TranslateMessage(const Msg& message) override;
-    Lresult DispatchMessageW(const Msg& message) override;
-    void PostQuitMessage(int exitCode) override;
-    std::uint32_t MsgWaitForMultipleObjects(std::span<const Handle> handles,
-                                            std::uint32_t milliseconds,
-                                            std::uint32_t wakeMask) override;
-    std::uintptr_t SetTimer(Hwnd window, std::uintptr_t id, std::uint32_t milliseconds) override;
-    bool KillTimer(Hwnd window, std::uintptr_t id) override;
 };
 
 }  // namespace zk::win32

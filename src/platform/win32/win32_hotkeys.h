@@ -1,0 +1,14 @@
+#pragma once
+#include "platform/api/hotkey_api.h"
+
+namespace zk::win32 {
+
+class Win32HotKeys : public virtual HotKeyApi {
+  public:
+    std::int32_t RegisterHotKey(Hwnd window, int id, std::uint32_t modifiers,
+                                std::uint32_t virtualKey) override;
+    bool UnregisterHotKey(Hwnd window, int id) override;
+    std::uint32_t SendInput(std::span<const KeyInput> keys) override;
+};
+
+}  // namespace zk::win32
