@@ -6,7 +6,7 @@
 namespace zk::companion {
 
 Bridge::Bridge(Os& os, ControllerProcess& controller)
-    : os_(os), signals_(os), state_(os, controller.Id()), link_(os, controller.Id()) {
+    : os_(os), signals_(os, os), state_(os, controller.Id()), link_(os, os, controller.Id()) {
     // Commands come first in the wait: the lowest signalled handle is taken first.
     for (std::int16_t index = kFirstSwitchCommand; index <= kShutdownCommand; ++index) {
         if (const Handle event = signals_.Event(index)) set_.Add(event, {kCommand, index});

@@ -15,7 +15,7 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       desk_(desk),
       shell_(shell),
       registry_(os),
-      signals_(os),
+      signals_(os, os),
       state_(os, controller.Id()) {
     const auto n = static_cast<std::int16_t>(desk);
     if (const Handle shown = signals_.Event(SwitcherSignal(KindUpdate, n, n))) {

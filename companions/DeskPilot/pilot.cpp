@@ -14,9 +14,9 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       window_(window),
       shell_(shell),
       registry_(os),
-      signals_(os),
+      signals_(os, os),
       state_(os, controller.Id()),
-      hotkeys_(os, registry_, nullptr, fields_, window) {
+      hotkeys_(os, os, registry_, nullptr, fields_, window) {
     const auto n = static_cast<std::int16_t>(desk);
     for (std::int16_t target = 1; target <= kDesktopCount; ++target) {
         if (const Handle e = signals_.Event(SwitcherSignal(KindSwitchTo, n, target))) {
@@ -41,7 +41,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
         (void)signals_.Event(SwitchCommand(target));
     ownDesktop_ = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
     if (desk == 1) {
-        direct_.emplace(os, controller.Id());
+        direct_.emplace(os, os, controller.Id());
         (void)direct_->Window();  // found now, not on the way of the first switch
     }
 

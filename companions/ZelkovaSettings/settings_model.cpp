@@ -155,7 +155,7 @@ ApplyResult SettingsModel::Apply(const Settings& settings) {
         result.error = registry_.LastErrorText();
         return result;
     }
-    Signals signals(os_);
+    Signals signals(os_, os_);
     const Handle reloaded = signals.OwnEvent(ReloadedEventName());
     (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
     if (!signals.Raise(kReadRegCommand)) return result;

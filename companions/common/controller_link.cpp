@@ -15,12 +15,12 @@ bool IsControllerWindow(WindowApi& os, Hwnd window) {
            os.GetPropW(window, kWindowMark) == HandleFrom<Handle>(1);
 }
 
-ControllerLink::ControllerLink(Os& os, std::uint32_t controllerId)
-    : os_(os), controllerId_(controllerId) {
+ControllerLink::ControllerLink(WindowApi& windows, TextApi& text, std::uint32_t controllerId)
+    : os_(windows), controllerId_(controllerId) {
     EventNames names;
     names.InitEventNames();
     for (std::size_t i = 0; i < commands_.size(); ++i) {
-        commands_[i] = os.WideCharToMultiByte(
+        commands_[i] = text.WideCharToMultiByte(
             names.EventName(static_cast<std::int16_t>(kFirstSwitchCommand + i)));
     }
 }

@@ -5,14 +5,15 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/os.h"
+#include "platform/api/text_api.h"
+#include "platform/api/window_api.h"
 #include "signals/event_names.h"
 
 namespace zk::companion {
 
 class ControllerLink {
   public:
-    ControllerLink(Os& os, std::uint32_t controllerId);
+    ControllerLink(WindowApi& windows, TextApi& text, std::uint32_t controllerId);
 
     // Sends the full name of signal `index` (49 to 54) as the controller's command; false when
     // no window of the controller takes it.
@@ -22,7 +23,7 @@ class ControllerLink {
     [[nodiscard]] Hwnd Window();
 
   private:
-    Os& os_;
+    WindowApi& os_;
     std::uint32_t controllerId_;
     std::array<Ansi, 6> commands_;  // the texts of signals 49 to 54, made once
     Hwnd window_ = nullptr;

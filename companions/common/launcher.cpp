@@ -46,32 +46,32 @@ std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os) {
     return ids;
 }
 
-Hwnd FindControllerWindow(Os& os, std::uint32_t processId) {
-    UniqueDesktop first(
-        os, os.OpenDesktopW(kDefaultDesktopName, 0, false, DesktopReadObjects | DesktopEnumerate));
+Hwnd FindControllerWindow(DesktopApi& desktops, WindowApi& windows, std::uint32_t processId) {
+    UniqueDesktop first(desktops, desktops.OpenDesktopW(kDefaultDesktopName, 0, false,
+                                                        DesktopReadObjects | DesktopEnumerate));
     if (first) {
-        if (const Hwnd w =
-                ControllerWindowAmong(os, os.EnumDesktopWindows(first.get()), processId)) {
+        if (const Hwnd w = ControllerWindowAmong(windows, desktops.EnumDesktopWindows(first.get()),
+                                                 processId)) {
             return w;
         }
     }
-    return ControllerWindowAmong(os, os.EnumWindows(), processId);
+    return ControllerWindowAmong(windows, windows.EnumWindows(), processId);
 }
 
 // Where the input desktop follows the focus of the display (as under Wine 10), the focus of the
 // last desktop the startup made can come after its switch back to desktop 1 and take the input
 // with it; a moment after the start, desktop 1 is shown again if it has to be.
-void KeepDefaultShown(Os& os) {
+void KeepDefaultShown(DesktopApi& desktops, KernelApi& kernel) {
     for (std::uint32_t waited = 0; waited < kSettle; waited += kPoll) {
-        UniqueDesktop input(os, os.OpenInputDesktop(0, false, DesktopReadObjects));
-        if (input && os.GetUserObjectInformationW(input.get()) != kDefaultDesktopName) {
-            (void)ShowDefaultDesktop(os);
+        UniqueDesktop input(desktops, desktops.OpenInputDesktop(0, false, DesktopReadObjects));
+        if (input && desktops.GetUserObjectInformationW(input.get()) != kDefaultDesktopName) {
+            (void)ShowDefaultDesktop(desktops);
         }
-        os.Sleep(kPoll);
+        kernel.Sleep(kPoll);
     }
 }
 
-bool ShowDefaultDesktop(Os& os) {
+bool ShowDefaultDesktop(DesktopApi& os) {
     UniqueDesktop first(os, os.OpenDesktopW(kDefaultDesktopName, 0, false, DesktopSwitchDesktop));
     return first && os.SwitchDesktop(first.get());
 }
@@ -101,7 +101,7 @@ Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
             std::all_of(std::begin(ids), std::end(ids), [](std::uint32_t id) { return id != 0; });
         launch.missing = state.Block().missing & (kPilotMissing | kHeraldMissing);
         if ((companionsUp || launch.missing != 0) &&
-            FindControllerWindow(os, started->processId) != nullptr) {
+            FindControllerWindow(os, os, started->processId) != nullptr) {
             break;
         }
         if (waited >= answerWithin ||
@@ -110,7 +110,7 @@ Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
             return launch;
         }
     }
-    KeepDefaultShown(os);
+    KeepDefaultShown(os, os);
     launch.result = LaunchResult::Started;
     return launch;
 }

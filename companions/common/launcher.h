@@ -13,10 +13,11 @@ namespace zk::companion {
 // The processes of Zelkova2's controller that run now.
 [[nodiscard]] std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os);
 // The controller window of that process, on "Default" or on the caller's desktop.
-[[nodiscard]] Hwnd FindControllerWindow(Os& os, std::uint32_t processId);
+[[nodiscard]] Hwnd FindControllerWindow(DesktopApi& desktops, WindowApi& windows,
+                                        std::uint32_t processId);
 // Makes "Default" the input desktop; false when the system refuses.
-bool ShowDefaultDesktop(Os& os);
-void KeepDefaultShown(Os& os);
+bool ShowDefaultDesktop(DesktopApi& os);
+void KeepDefaultShown(DesktopApi& desktops, KernelApi& kernel);
 
 enum class LaunchResult { Started, AlreadyRunning, Failed, NoAnswer };
 struct Launch {

@@ -2,14 +2,14 @@
 
 namespace zk::companion {
 
-Signals::Signals(Os& os) : os_(os) {
+Signals::Signals(KernelApi& kernel, TextApi& text) : os_(kernel), text_(text) {
     names_.InitEventNames();
 }
 
 Handle Signals::Open(const Text& fullName) {
     auto it = events_.find(fullName);
     if (it == events_.end()) {
-        const Handle event = os_.CreateEventA(false, false, os_.WideCharToMultiByte(fullName));
+        const Handle event = os_.CreateEventA(false, false, text_.WideCharToMultiByte(fullName));
         if (event == nullptr) return nullptr;  // tried again next time
         it = events_.emplace(fullName, UniqueKernelHandle(os_, event)).first;
     }

@@ -7,14 +7,13 @@
 #include <map>
 
 #include "platform/handles.h"
-#include "platform/os.h"
 #include "signals/event_names.h"
 
 namespace zk::companion {
 
 class Signals {
   public:
-    explicit Signals(Os& os);
+    Signals(KernelApi& kernel, TextApi& text);
 
     // The event of signal index 1 to 54; nullptr when it cannot be had.
     [[nodiscard]] Handle Event(std::int16_t index);
@@ -27,7 +26,8 @@ class Signals {
   private:
     Handle Open(const Text& fullName);
 
-    Os& os_;
+    KernelApi& os_;
+    TextApi& text_;
     EventNames names_;
     std::map<Text, UniqueKernelHandle> events_;
 };

@@ -21,7 +21,7 @@ Text DesktopOf(int desk) {
 
 }  // namespace
 
-void AnnounceSelf(Os& os, SharedState& state, Signals& signals, int slot) {
+void AnnounceSelf(KernelApi& os, SharedState& state, Signals& signals, int slot) {
     state.Block().companions[slot] = os.GetCurrentProcessId();
     (void)signals.RaiseOwn(CompanionUpEventName(state.Block().controllerId, slot));
 }

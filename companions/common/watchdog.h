@@ -18,7 +18,7 @@
 namespace zk::companion {
 
 // Puts this companion's process id into its slot and tells its watcher.
-void AnnounceSelf(Os& os, SharedState& state, Signals& signals, int slot);
+void AnnounceSelf(KernelApi& os, SharedState& state, Signals& signals, int slot);
 
 class Watchdog {
   public:

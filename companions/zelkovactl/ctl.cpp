@@ -184,7 +184,7 @@ int Ctl::Switch(const Args& args) {
 
 // Done when the bridge has forwarded the reload and told the switchers.
 int Ctl::Reload(const Args&) {
-    companion::Signals signals(os_);
+    companion::Signals signals(os_, os_);
     const Handle reloaded = signals.OwnEvent(companion::ReloadedEventName());
     (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
     if (const int status = Signal(kReadRegCommand)) return status;

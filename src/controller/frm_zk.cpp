@@ -41,8 +41,8 @@ std::shared_ptr<frmZK> frmZK::Create(Os& os) {
     if (form->window_ == nullptr) return nullptr;  // the last error says why
     (void)os.SetWindowLongPtrW(form->window_, GwlpUserData,
                                reinterpret_cast<std::intptr_t>(form.get()));
-    form->hotkeys_ =
-        std::make_unique<HotKeys>(os, form->registry_, &form->log_, form->record_, form->window_);
+    form->hotkeys_ = std::make_unique<HotKeys>(os, os, form->registry_, &form->log_, form->record_,
+                                               form->window_);
     return form;
 }
 

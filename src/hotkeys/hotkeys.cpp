@@ -65,7 +65,7 @@ bool ReadHotKeyPair(Registry& registry, int id, std::int16_t& key, std::int16_t&
 
 Text HotKeys::Describe(const char16_t* prefix, int id) {
     return LogMessage(prefix + DecimalText(fields_.HotKeyMod[id]) + u" + " +
-                      KeyDisplayName(os_, fields_.HotKeyCode[id]));
+                      KeyDisplayName(text_, fields_.HotKeyCode[id]));
 }
 
 bool HotKeys::Register(int id) {

@@ -25,8 +25,14 @@ class HotKeys {
   public:
     // Without a log (nullptr), failures go unreported: a companion's hotkeys may be held by the
     // controller, whose own hotkeys then do the work.
-    HotKeys(Os& os, Registry& registry, ErrLog* log, HotKeyFields& fields, Hwnd mainWindow)
-        : os_(os), registry_(registry), log_(log), fields_(fields), window_(mainWindow) {}
+    HotKeys(HotKeyApi& hotkeys, TextApi& text, Registry& registry, ErrLog* log,
+            HotKeyFields& fields, Hwnd mainWindow)
+        : os_(hotkeys),
+          text_(text),
+          registry_(registry),
+          log_(log),
+          fields_(fields),
+          window_(mainWindow) {}
 
     // Fills the pairs from the registry; a hotkey whose pair cannot be read gets its default.
     void LoadHotKeys();
@@ -43,7 +49,8 @@ class HotKeys {
     bool Register(int id);
     bool Unregister(int id);
 
-    Os& os_;
+    HotKeyApi& os_;
+    TextApi& text_;
     Registry& registry_;
     ErrLog* log_;
     HotKeyFields& fields_;

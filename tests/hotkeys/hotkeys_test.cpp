@@ -19,7 +19,7 @@ class HotKeysTest : public ::testing::Test {
   protected:
     HotKeysTest()
         : window_(testing::MakeProbeWindow(os_)),
-          hotkeys_(os_, registry_, &log_, fields_, window_) {
+          hotkeys_(os_, os_, registry_, &log_, fields_, window_) {
         os_.AddFile(kReporter);
     }
     void Store(const Text& name, std::int32_t value) {
