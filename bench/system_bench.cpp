@@ -19,9 +19,9 @@
 #include <string>
 #include <vector>
 
-#include "common/launcher.h"
-#include "common/shared_state.h"
 #include "platform/win32/win32_os.h"
+#include "shared/shared_state.h"
+#include "tool_support/launcher.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 // Input: the command line as UTF-16 code units.
 #include <string>
 
-#include "common/companion_args.h"
+#include "resident/companion_args.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "DeskHerald/banner_window.h"
 
-#include "common/appearance.h"
 #include "platform/win32/wide_text.h"
+#include "window/appearance.h"
 
 using zk::win32::W;
 

@@ -2,9 +2,9 @@
 // The banner that names a desktop for a second when it is shown. It never takes the focus and
 // goes away by itself.
 
-#include "common/win32_handles.h"
-#include "common/window_base.h"
 #include "support/text.h"
+#include "window/win32_handles.h"
+#include "window/window_base.h"
 
 namespace zk::companion {
 

@@ -8,13 +8,13 @@
 
 #include <optional>
 
-#include "common/controller_link.h"
-#include "common/controller_process.h"
-#include "common/shared_state.h"
-#include "common/signals.h"
-#include "common/switch_notice.h"
-#include "common/wait_loop.h"
-#include "common/watchdog.h"
+#include "resident/controller_link.h"
+#include "resident/controller_process.h"
+#include "resident/switch_notice.h"
+#include "resident/wait_loop.h"
+#include "resident/watchdog.h"
+#include "shared/shared_state.h"
+#include "shared/signals.h"
 
 namespace zk::companion {
 

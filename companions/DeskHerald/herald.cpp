@@ -1,11 +1,11 @@
 #include "DeskHerald/herald.h"
 
 #include "DeskHerald/startup_programs.h"
-#include "common/companion_settings.h"
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
 #include "platform/module_path.h"
+#include "shared/companion_settings.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {

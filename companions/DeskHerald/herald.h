@@ -8,12 +8,12 @@
 #include <optional>
 
 #include "DeskHerald/tray_menu.h"
-#include "common/controller_process.h"
-#include "common/shared_state.h"
-#include "common/signals.h"
-#include "common/wait_loop.h"
-#include "common/watchdog.h"
+#include "resident/controller_process.h"
+#include "resident/wait_loop.h"
+#include "resident/watchdog.h"
 #include "settings/registry.h"
+#include "shared/shared_state.h"
+#include "shared/signals.h"
 
 namespace zk::companion {
 

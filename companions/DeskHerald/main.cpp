@@ -6,11 +6,11 @@
 #include "DeskHerald/bridge.h"
 #include "DeskHerald/herald.h"
 #include "DeskHerald/tray_icon.h"
-#include "common/companion_args.h"
 #include "diagnostics/err_log.h"
 #include "launch/entry_points.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
+#include "resident/companion_args.h"
 
 using zk::win32::W;
 

@@ -1,7 +1,7 @@
 #include "DeskHerald/startup_programs.h"
 
-#include "common/companion_settings.h"
 #include "platform/handles.h"
+#include "shared/companion_settings.h"
 
 namespace zk::companion {
 namespace {

@@ -6,8 +6,8 @@
 #include <cstring>
 #include <vector>
 
-#include "common/appearance.h"
 #include "platform/win32/wide_text.h"
+#include "window/appearance.h"
 
 using zk::win32::W;
 

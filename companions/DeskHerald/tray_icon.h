@@ -5,8 +5,8 @@
 #include <windows.h>
 
 #include "DeskHerald/herald.h"
-#include "common/win32_handles.h"
-#include "common/window_base.h"
+#include "window/win32_handles.h"
+#include "window/window_base.h"
 
 namespace zk::companion {
 

@@ -1,6 +1,6 @@
 #include "DeskHerald/tray_menu.h"
 
-#include "common/shared_state.h"
+#include "shared/shared_state.h"
 
 namespace zk::companion {
 

@@ -7,12 +7,12 @@
 
 #include "DeskPilot/pilot.h"
 #include "DeskPilot/preview_window.h"
-#include "common/companion_args.h"
-#include "common/win32_handles.h"
-#include "common/window_base.h"
 #include "diagnostics/err_log.h"
 #include "launch/entry_points.h"
 #include "platform/win32/win32_os.h"
+#include "resident/companion_args.h"
+#include "window/win32_handles.h"
+#include "window/window_base.h"
 
 using namespace zk;
 using namespace zk::companion;

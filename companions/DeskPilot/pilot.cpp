@@ -1,10 +1,10 @@
 #include "DeskPilot/pilot.h"
 
-#include "common/switch_notice.h"
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "platform/handles.h"
 #include "platform/module_path.h"
+#include "resident/switch_notice.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {

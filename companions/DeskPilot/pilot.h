@@ -11,14 +11,14 @@
 #include <memory>
 #include <optional>
 
-#include "common/controller_link.h"
-#include "common/controller_process.h"
-#include "common/shared_state.h"
-#include "common/signals.h"
-#include "common/wait_loop.h"
-#include "common/watchdog.h"
 #include "hotkeys/hotkeys.h"
+#include "resident/controller_link.h"
+#include "resident/controller_process.h"
+#include "resident/wait_loop.h"
+#include "resident/watchdog.h"
 #include "settings/registry.h"
+#include "shared/shared_state.h"
+#include "shared/signals.h"
 
 namespace zk::companion {
 

@@ -1,9 +1,9 @@
 #include "DeskPilot/preview_window.h"
 
 #include "DeskPilot/preview_keys.h"
-#include "common/companion_settings.h"
 #include "platform/win32/wide_text.h"
 #include "settings/registry.h"
+#include "shared/companion_settings.h"
 
 using zk::win32::W;
 

@@ -6,11 +6,11 @@
 #include <functional>
 
 #include "DeskPilot/thumbnail_store.h"
-#include "common/appearance.h"
-#include "common/win32_handles.h"
-#include "common/window_base.h"
 #include "desktop/desktops.h"
 #include "platform/os.h"
+#include "window/appearance.h"
+#include "window/win32_handles.h"
+#include "window/window_base.h"
 
 namespace zk::companion {
 

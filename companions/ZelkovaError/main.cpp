@@ -8,13 +8,13 @@
 #include <cstring>
 
 #include "ZelkovaError/reporter_view.h"
-#include "common/appearance.h"
-#include "common/win32_handles.h"
-#include "common/window_base.h"
 #include "launch/entry_points.h"
 #include "platform/handles.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
+#include "window/appearance.h"
+#include "window/win32_handles.h"
+#include "window/window_base.h"
 
 using zk::win32::W;
 

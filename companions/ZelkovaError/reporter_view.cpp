@@ -1,6 +1,6 @@
 #include "ZelkovaError/reporter_view.h"
 
-#include "common/log_reader.h"
+#include "diagnostics/log_reader.h"
 #include "diagnostics/win_api_error.h"
 
 namespace zk::companion {

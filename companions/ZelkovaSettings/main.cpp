@@ -5,15 +5,12 @@
 #include <commctrl.h>
 
 #include "ZelkovaSettings/settings_dialog.h"
-#include "ZelkovaSettings/settings_model.h"
-#include "common/launcher.h"
-#include "common/window_base.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
-#include "hotkeys/hotkeys.h"
 #include "launch/entry_points.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
+#include "tool_support/launcher.h"
 
 using zk::win32::W;
 
@@ -21,143 +18,6 @@ using namespace zk;
 using namespace zk::companion;
 
 namespace {
-
-class SettingsDialog final : public WindowBase<SettingsDialog> {
-  public:
-    explicit SettingsDialog(Os& os) : os_(os) { CreateDialogOf(IDD_SETTINGS); }
-
-    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) {
-        switch (message) {
-            case WM_INITDIALOG:
-                model_.emplace(os_, Window());
-                settings_ = model_->Load();
-                Fill();
-                return TRUE;
-            case WM_COMMAND:
-                Command(LOWORD(wParam), HIWORD(wParam));
-                return 0;
-            case WM_CLOSE:
-                ::DestroyWindow(Window());
-                return 0;
-            case WM_DESTROY:
-                ::PostQuitMessage(0);
-                return 0;
-            default:
-                return Default(message, wParam, lParam);
-        }
-    }
-
-    [[nodiscard]] bool IsDialogMessage(MSG& message) {
-        return Window() != nullptr && ::IsDialogMessageW(Window(), &message) != FALSE;
-    }
-
-  private:
-    HWND Item(int id) { return ::GetDlgItem(Window(), id); }
-
-    Text ItemText(int id) {
-        const int length = ::GetWindowTextLengthW(Item(id));
-        Text text(static_cast<std::size_t>(length) + 1, u'\0');
-        ::GetWindowTextW(Item(id), reinterpret_cast<wchar_t*>(text.data()), length + 1);
-        text.resize(static_cast<std::size_t>(length));
-        return text;
-    }
-
-    void Fill() {
-        filling_ = true;
-        for (int i = 0; i < kHotKeyCount; ++i) {
-            ::SetDlgItemTextW(Window(), IDC_LABEL1 + i, W(Text(kHotKeyTable[i].label) + u":"));
-            ::SendMessageW(Item(IDC_HOTKEY1 + i), HKM_SETHOTKEY,
-                           ToHotKeyControl(settings_.hotkeys[i]), 0);
-        }
-        for (int d = 1; d <= kDesktopCount; ++d) {
-            const DesktopSettings& desk = settings_.desktops[d - 1];
-            ::SetDlgItemTextW(Window(), IDC_NAME1 + d - 1, W(desk.name));
-            if (d == 1) continue;
-            ::CheckDlgButton(Window(), IDC_START2 + d - 2, desk.startPrograms ? BST_CHECKED : 0);
-            ::SetDlgItemTextW(Window(), IDC_PROGRAMS2 + d - 2, W(ProgramBox(desk.programs)));
-        }
-        ::CheckDlgButton(Window(), IDC_AUTOSTART, settings_.autostart ? BST_CHECKED : 0);
-        ::CheckDlgButton(Window(), IDC_BANNER, settings_.banner ? BST_CHECKED : 0);
-        filling_ = false;
-        ShowStates();
-    }
-
-    // Flagged as the user types: a combination another program holds, or one used twice.
-    void ShowStates() {
-        for (int id = 1; id <= kHotKeyCount; ++id) {
-            const wchar_t* text = L"";
-            switch (model_->Check(settings_, id)) {
-                case ComboState::Taken:
-                    text = L"\u26A0 Another program holds this combination.";
-                    break;
-                case ComboState::Twice:
-                    text = L"\u26A0 Another hotkey has this combination.";
-                    break;
-                case ComboState::Empty:
-                    text = L"No hotkey.";
-                    break;
-                default:
-                    break;
-            }
-            ::SetDlgItemTextW(Window(), IDC_STATUS1 + id - 1, text);
-        }
-    }
-
-    void Read() {
-        for (int d = 1; d <= kDesktopCount; ++d) {
-            DesktopSettings& desk = settings_.desktops[d - 1];
-            desk.name = ItemText(IDC_NAME1 + d - 1);
-            if (d == 1) continue;
-            desk.startPrograms = ::IsDlgButtonChecked(Window(), IDC_START2 + d - 2) == BST_CHECKED;
-            desk.programs = ProgramLines(ItemText(IDC_PROGRAMS2 + d - 2));
-        }
-        settings_.autostart = ::IsDlgButtonChecked(Window(), IDC_AUTOSTART) == BST_CHECKED;
-        settings_.banner = ::IsDlgButtonChecked(Window(), IDC_BANNER) == BST_CHECKED;
-    }
-
-    bool Apply() {
-        Read();
-        const ApplyResult result = model_->Apply(settings_);
-        Text text;
-        if (!result.written) {
-            text = u"The settings could not be saved: " + result.error;
-        } else if (!result.failedIds.empty()) {
-            text = u"Saved. Zelkova2 could not register:";
-            for (const int id : result.failedIds) {
-                text += u" " + HotKeyLabel(id) + u" (" +
-                        KeyDisplayName(os_, settings_.hotkeys[id - 1].key) + u");";
-            }
-            text += u" another program holds them.";
-        } else if (!result.confirmed) {
-            text = u"Saved. Zelkova2 is not running; the hotkeys take effect when it starts.";
-        } else {
-            text = u"Saved. Zelkova2 uses the new hotkeys.";
-        }
-        ::SetDlgItemTextW(Window(), IDC_RESULT, W(text));
-        return result.written && result.failedIds.empty();
-    }
-
-    void Command(int id, int code) {
-        if (id >= IDC_HOTKEY1 && id < IDC_HOTKEY1 + kHotKeyCount && code == EN_CHANGE &&
-            !filling_) {
-            const auto value =
-                static_cast<std::uint16_t>(::SendMessageW(Item(id), HKM_GETHOTKEY, 0, 0));
-            settings_.hotkeys[id - IDC_HOTKEY1] = FromHotKeyControl(value);
-            ShowStates();
-        } else if (id == IDC_APPLY) {
-            (void)Apply();
-        } else if (id == IDOK) {
-            if (Apply()) ::DestroyWindow(Window());
-        } else if (id == IDCANCEL) {
-            ::DestroyWindow(Window());
-        }
-    }
-
-    Os& os_;
-    std::optional<SettingsModel> model_;
-    Settings settings_;
-    bool filling_ = false;
-};
 
 // The hotkey control comes from the common controls, which no other window of Zelkova2 uses. They
 // are loaded here, for the life of this process, and not imported by Zelkova2Core.dll: every

@@ -1,14 +1,37 @@
 #pragma once
-// The control identifiers of the settings dialog (settings.rc).
+// The settings window: a dialog (settings.rc) over the settings model. It shows the stored
+// settings, flags a combination as the user types it, and writes everything on Apply or OK.
 
-#define IDD_SETTINGS 100
-#define IDC_LABEL1 102    /* to IDC_LABEL1 + 5: the hotkeys' labels, from the hotkey table */
-#define IDC_HOTKEY1 110   /* to IDC_HOTKEY1 + 5 */
-#define IDC_STATUS1 120   /* to IDC_STATUS1 + 5 */
-#define IDC_NAME1 130     /* to IDC_NAME1 + 3 */
-#define IDC_START2 141    /* to IDC_START2 + 2, desktops 2 to 4 */
-#define IDC_PROGRAMS2 151 /* to IDC_PROGRAMS2 + 2 */
-#define IDC_AUTOSTART 160
-#define IDC_BANNER 161
-#define IDC_RESULT 162
-#define IDC_APPLY 163
+#include <windows.h>
+
+#include <optional>
+
+#include "ZelkovaSettings/settings_model.h"
+#include "window/window_base.h"
+
+namespace zk::companion {
+
+class SettingsDialog final : public WindowBase<SettingsDialog> {
+  public:
+    explicit SettingsDialog(Os& os);
+
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] bool IsDialogMessage(MSG& message);
+
+  private:
+    HWND Item(int id);
+    Text ItemText(int id);
+    void Fill();
+    // Flagged as the user types: a combination another program holds, or one used twice.
+    void ShowStates();
+    void Read();
+    bool Apply();
+    void Command(int id, int code);
+
+    Os& os_;
+    std::optional<SettingsModel> model_;
+    Settings settings_;
+    bool filling_ = false;
+};
+
+}  // namespace zk::companion

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "common/autostart.h"
-#include "common/companion_settings.h"
-#include "common/log_reader.h"
-#include "common/signals.h"
+#include "diagnostics/log_reader.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/handles.h"
+#include "shared/companion_settings.h"
+#include "shared/signals.h"
 #include "signals/protocol.h"
+#include "tool_support/autostart.h"
 
 namespace zk::companion {
 namespace {

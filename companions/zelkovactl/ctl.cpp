@@ -4,18 +4,18 @@
 #include <cstring>
 #include <deque>
 
-#include "common/autostart.h"
-#include "common/companion_settings.h"
-#include "common/launcher.h"
-#include "common/log_reader.h"
-#include "common/shared_state.h"
-#include "common/signals.h"
 #include "desktop/companions.h"
+#include "diagnostics/log_reader.h"
 #include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/handles.h"
 #include "programs/programs.h"
+#include "shared/companion_settings.h"
+#include "shared/shared_state.h"
+#include "shared/signals.h"
 #include "signals/protocol.h"
+#include "tool_support/autostart.h"
+#include "tool_support/launcher.h"
 #include "zelkovactl/hotkey_text.h"
 
 namespace zk::ctl {
@@ -357,8 +357,8 @@ int Ctl::Log(const Args& args) {
     } else if (!args.empty()) {
         return Usage("wrong arguments for 'log'");
     }
-    const companion::LogFile log = companion::ReadLog(os_);
-    const auto entries = log.bytes ? companion::LogEntries(*log.bytes) : std::vector<std::string>{};
+    const LogFile log = ReadLog(os_);
+    const auto entries = log.bytes ? LogEntries(*log.bytes) : std::vector<std::string>{};
     if (entries.empty()) {
         out_ << "Nothing has been logged.\n";
         return kExitOk;

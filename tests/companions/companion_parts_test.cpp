@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "ZelkovaError/reporter_view.h"
-#include "common/appearance.h"
-#include "common/companion_args.h"
-#include "common/launcher.h"
 #include "companions/companion_session.h"
+#include "resident/companion_args.h"
+#include "tool_support/launcher.h"
+#include "window/appearance.h"
 
 namespace zk::companion {
 namespace {

@@ -9,9 +9,9 @@
 #include <iterator>
 #include <string>
 
-#include "common/shared_state.h"
 #include "e2e/system_test.h"
 #include "platform/win32/win32_os.h"
+#include "shared/shared_state.h"
 
 namespace zk {
 namespace {

@@ -7,7 +7,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include "ZelkovaSettings/settings_dialog.h"
+#include "ZelkovaSettings/settings_resources.h"
 #include "e2e/system_test.h"
 #include "support/recorder_file.h"
 

@@ -1,4 +1,4 @@
-#include "common/watchdog.h"
+#include "resident/watchdog.h"
 
 #include "desktop/companions.h"
 #include "diagnostics/win_api_error.h"

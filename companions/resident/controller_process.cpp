@@ -1,4 +1,4 @@
-#include "common/controller_process.h"
+#include "resident/controller_process.h"
 
 namespace zk::companion {
 namespace {

@@ -1,4 +1,4 @@
-#include "common/appearance.h"
+#include "window/appearance.h"
 
 #include <algorithm>
 #include <cmath>

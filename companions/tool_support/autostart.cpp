@@ -1,4 +1,4 @@
-#include "common/autostart.h"
+#include "tool_support/autostart.h"
 
 #include "platform/handles.h"
 #include "programs/programs.h"

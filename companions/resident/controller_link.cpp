@@ -1,4 +1,4 @@
-#include "common/controller_link.h"
+#include "resident/controller_link.h"
 
 #include "signals/protocol.h"
 

@@ -7,13 +7,13 @@
 
 #include <cstdint>
 
-#include "common/companion_args.h"
-#include "common/controller_process.h"
-#include "common/shared_state.h"
-#include "common/signals.h"
-#include "common/wait_loop.h"
 #include "diagnostics/err_log.h"
 #include "programs/programs.h"
+#include "resident/companion_args.h"
+#include "resident/controller_process.h"
+#include "resident/wait_loop.h"
+#include "shared/shared_state.h"
+#include "shared/signals.h"
 
 namespace zk::companion {
 

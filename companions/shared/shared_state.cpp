@@ -1,4 +1,4 @@
-#include "common/shared_state.h"
+#include "shared/shared_state.h"
 
 namespace zk::companion {
 

@@ -1,4 +1,4 @@
-#include "common/switch_notice.h"
+#include "resident/switch_notice.h"
 
 #include "signals/protocol.h"
 

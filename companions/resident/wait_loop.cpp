@@ -1,4 +1,4 @@
-#include "common/wait_loop.h"
+#include "resident/wait_loop.h"
 
 #include <algorithm>
 

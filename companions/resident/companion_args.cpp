@@ -1,4 +1,4 @@
-#include "common/companion_args.h"
+#include "resident/companion_args.h"
 
 #include <vector>
 

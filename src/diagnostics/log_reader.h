@@ -10,7 +10,7 @@
 
 #include "platform/os.h"
 
-namespace zk::companion {
+namespace zk {
 
 struct LogFile {
     Text path;
@@ -25,4 +25,4 @@ struct LogFile {
 // Whether the log can be written: the same open the controller makes, and why not.
 [[nodiscard]] std::optional<std::uint32_t> LogWriteError(Os& os, const Text& path);
 
-}  // namespace zk::companion
+}  // namespace zk

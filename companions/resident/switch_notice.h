@@ -4,8 +4,8 @@
 // and switcher (its pictures). A command for the desktop shown already changes nothing, as in
 // the controller.
 
-#include "common/shared_state.h"
-#include "common/signals.h"
+#include "shared/shared_state.h"
+#include "shared/signals.h"
 
 namespace zk::companion {
 

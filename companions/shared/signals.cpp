@@ -1,4 +1,4 @@
-#include "common/signals.h"
+#include "shared/signals.h"
 
 namespace zk::companion {
 

@@ -1,11 +1,12 @@
-#include "common/log_reader.h"
+#include "diagnostics/log_reader.h"
 
 #include <array>
 
 #include "diagnostics/err_log.h"
 #include "platform/handles.h"
+#include "support/text.h"
 
-namespace zk::companion {
+namespace zk {
 namespace {
 
 // The mark of a message, after the entry's date and time and their blank.
@@ -56,4 +57,4 @@ std::optional<std::uint32_t> LogWriteError(Os& os, const Text& path) {
     return os.GetLastError();
 }
 
-}  // namespace zk::companion
+}  // namespace zk

@@ -1,4 +1,4 @@
-#include "common/companion_settings.h"
+#include "shared/companion_settings.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,12 +1,12 @@
-#include "common/launcher.h"
+#include "tool_support/launcher.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "common/controller_link.h"
-#include "common/shared_state.h"
 #include "desktop/companions.h"
 #include "programs/programs.h"
+#include "resident/controller_link.h"
+#include "shared/shared_state.h"
 
 namespace zk::companion {
 namespace {
