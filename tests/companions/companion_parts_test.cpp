@@ -6,6 +6,7 @@
 #include "ZelkovaError/reporter_view.h"
 #include "companions/companion_session.h"
 #include "resident/companion_args.h"
+#include "resident/controller_link.h"
 #include "tool_support/launcher.h"
 #include "window/appearance.h"
 
@@ -110,6 +111,19 @@ TEST(Launcher, ShowsDefaultFirstStartsTheControllerThereAndWaitsForItsCompanions
     EXPECT_EQ(started.startupInfo.lpDesktop, u"Default");
     EXPECT_LT(*s.os.journal().Find("SwitchDesktop"), *s.os.journal().Find("CreateProcessW"));
     EXPECT_EQ(StartZelkova(s.os, 2000).result, LaunchResult::AlreadyRunning);
+}
+
+// A second copy of Zelkova2 has a window that looks the same: each copy's companions send only
+// to their own.
+TEST(ControllerLink, SendsOnlyToTheWindowOfItsOwnController) {
+    CompanionSession s(u"DeskPilot.exe", u"Default");
+    const std::uint32_t second = s.os.AddOtherProcess(u"Zelkova2.exe");
+    const Hwnd other =
+        s.os.CreateWindowInOtherProcess(u"Zelkova 2", nullptr, second, Text(u"Default"));
+    (void)s.os.SetPropW(other, u"Zelkova2_APP5", HandleFrom<Handle>(1));
+    EXPECT_EQ(ControllerLink(s.os, s.os, second).Window(), other);
+    EXPECT_EQ(ControllerLink(s.os, s.os, s.controller).Window(), s.controllerWindow);
+    EXPECT_EQ(ControllerLink(s.os, s.os, second + 4).Window(), nullptr) << "no such controller";
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "platform/sim/sim_os.h"
 #include "settings/registry.h"
+#include "shared/shared_state.h"
 
 namespace zk::ctl {
 namespace {
@@ -124,6 +125,28 @@ TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
     EXPECT_EQ(StoredDword(u"ShowPrevWinKey"), 107);
     EXPECT_EQ(StoredDword(u"Desktop1KeyMod"), 3);
     EXPECT_EQ(commands_, (std::vector<std::string>{"ReadReg", "ReadReg"}));
+}
+
+// Start returns once Zelkova2 is up; with --wait it then waits for Zelkova2's end, however long.
+TEST_F(CtlTest, StartWaitsForTheEndOnlyWhenAskedTo) {
+    os_.AddFile(u"C:\\Program Files\\Zelkova2\\Zelkova2.exe");
+    std::vector<std::unique_ptr<companion::SharedState>> states;
+    os_.WhenStarted(u"Zelkova2.exe", [&](std::uint32_t controller) {
+        const Hwnd window =
+            os_.CreateWindowInOtherProcess(u"Zelkova 2", nullptr, controller, Text(u"Default"));
+        (void)os_.SetPropW(window, u"Zelkova2_APP5", HandleFrom<Handle>(1));
+        states.push_back(std::make_unique<companion::SharedState>(os_, controller));
+        for (std::uint32_t& companion : states.back()->Block().companions)
+            companion = controller + 1;
+    });
+    const auto waitsForever = [&] {
+        return os_.journal().Find("WaitForSingleObject", " 4294967295").has_value();
+    };
+    EXPECT_EQ(Run({"start"}), kExitOk) << err_.Text();
+    EXPECT_FALSE(waitsForever());
+    os_.EndProcess(os_.StartedProcesses().back().processId);
+    EXPECT_EQ(Run({"start", "--wait"}), kExitOk) << err_.Text();
+    EXPECT_TRUE(waitsForever()) << "on the process it started";
 }
 
 TEST_F(CtlTest, StatusSaysWhetherItRunsAndWhichDesktopsThereAre) {

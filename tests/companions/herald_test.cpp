@@ -185,5 +185,22 @@ TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShow
     EXPECT_TRUE(s_.os.journal().Find("CreateProcessW", "ZelkovaError.exe ]")) << "the reporter";
 }
 
+// The herald of desktop 1 keeps the bridge running: on Default, as "5" for its own controller.
+TEST_F(HeraldTest, TheBridgeIsStartedAgainForItsOwnController) {
+    Make(1);
+    const std::uint32_t bridge = s_.os.AddOtherProcess(u"DeskHerald.exe", s_.controller);
+    SharedState(s_.os, s_.controller).Block().companions[HeraldSlot(kControllerBlock)] = bridge;
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + "." +
+                                 std::to_string(HeraldSlot(kControllerBlock)));
+    EXPECT_FALSE(Pump());
+    s_.os.EndProcess(bridge);
+    EXPECT_FALSE(Pump());
+    ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
+    const auto& started = s_.os.StartedProcesses()[0];
+    EXPECT_EQ(started.image, testing::kFolder + u"\\DeskHerald.exe");
+    EXPECT_EQ(started.commandLine, u" 5 " + DecimalText(s_.controller));
+    EXPECT_EQ(started.startupInfo.lpDesktop, u"Default");
+}
+
 }  // namespace
 }  // namespace zk::companion

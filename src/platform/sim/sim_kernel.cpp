@@ -220,8 +220,14 @@ bool SimKernel::CreateProcessW(const std::optional<Text>& applicationName, const
                           session_.NewHandle(threadObject, GenericAll), pid, pid + 1};
     started_.push_back(StartedProcess{pid, applicationName, commandLine, *image, inheritHandles,
                                       creationFlags, startupInfo});
+    const auto reaction = startReactions_.find(image->substr(image->rfind(u'\\') + 1));
+    if (reaction != startReactions_.end()) reaction->second(pid);
     session_.last = ErrorSuccess;
     return true;
+}
+
+void SimKernel::WhenStarted(const Text& fileName, std::function<void(std::uint32_t)> react) {
+    startReactions_[fileName] = std::move(react);
 }
 
 int SimKernel::ProcessObject(std::uint32_t processId) const {

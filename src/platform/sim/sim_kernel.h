@@ -71,6 +71,9 @@ class SimKernel : public virtual KernelApi {
     // Plays another process that waits on the named event: when the simulated process sets
     // it, `react` runs at once (it may take the signal and act on the session).
     void WhenSignalled(const Ansi& name, std::function<void()> react);
+    // Plays a program that the simulated process starts: `react` runs with its process id as
+    // the start of a program of that file name returns.
+    void WhenStarted(const Text& fileName, std::function<void(std::uint32_t)> react);
     void CreateEventInOtherProcess(const Ansi& name);
     void CreateMutexInOtherProcess(const Ansi& name);
     // Handles the program's process holds open.
@@ -89,6 +92,7 @@ class SimKernel : public virtual KernelApi {
     std::vector<ProcessEntry> others_;
     std::map<std::intptr_t, int> views_;  // view address -> section object
     std::map<Ansi, std::function<void()>> reactions_;
+    std::map<Text, std::function<void(std::uint32_t)>> startReactions_;
     Text modulePath_ = u"C:\\Program Files\\Zelkova2\\Zelkova2.exe";
 };
 
