@@ -12,7 +12,6 @@
 namespace zk {
 
 inline constexpr char16_t kSettingsKey[] = u"Software\\Zelkova";
-inline constexpr int kHotKeyCount = 6;
 
 inline constexpr std::int16_t ModAlt = 1;
 inline constexpr std::int16_t ModControl = 2;
@@ -34,7 +33,7 @@ struct HotKeySetting {
 };
 
 // In id order, from 1.
-inline constexpr std::array<HotKeySetting, kHotKeyCount> kHotKeyTable = {{
+inline constexpr auto kHotKeyTable = std::to_array<HotKeySetting>({
     {1, u"Desktop1Key", u"Desktop1KeyMod", 0x61, ModAlt + ModControl, HotKeyAction::ShowDesktop, 1,
      "desktop 1", u"Show desktop &1"},
     {2, u"Desktop2Key", u"Desktop2KeyMod", 0x62, ModAlt + ModControl, HotKeyAction::ShowDesktop, 2,
@@ -47,7 +46,8 @@ inline constexpr std::array<HotKeySetting, kHotKeyCount> kHotKeyTable = {{
      HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Previous desktop"},
     {6, u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl,
      HotKeyAction::ShowPreview, 0, "preview", u"Pre&view"},
-}};
+});
+inline constexpr int kHotKeyCount = static_cast<int>(kHotKeyTable.size());
 
 [[nodiscard]] constexpr bool IsHotKeyId(int id) {
     return id >= 1 && id <= kHotKeyCount;

@@ -165,11 +165,24 @@ TEST(KeyDisplayName, UsesFixedScanCodesForFourKeysAndTheLayoutForTheRest) {
     EXPECT_EQ(KeyDisplayName(os, 0xFF), u"") << "a key without a name";
 }
 
-#ifdef ZK_README
-// The README's table of registry values is the hotkey table as a user reads it.
-TEST(HotKeyTable, IsTheTableTheReadmeShows) {
-    std::ifstream file(ZK_README);
-    const std::string readme((std::istreambuf_iterator<char>(file)), {});
+#ifdef ZK_SOURCE_DIR
+std::string SourceFile(const char* path) {
+    std::ifstream file(std::string(ZK_SOURCE_DIR) + "/" + path);
+    return std::string((std::istreambuf_iterator<char>(file)), {});
+}
+
+// The README's table of registry values is the hotkey table as a user reads it, and the
+// settings window has a row for each hotkey (its labels come from the table).
+TEST(HotKeyTable, IsTheTableTheReadmeAndTheSettingsWindowShow) {
+    const std::string dialog = SourceFile("companions/ZelkovaSettings/settings.rc");
+    for (int row = 0; row <= kHotKeyCount; ++row) {
+        for (const char* control : {"IDC_LABEL1 + ", "IDC_HOTKEY1 + ", "IDC_STATUS1 + "}) {
+            const bool found =
+                dialog.find(control + std::to_string(row) + ",") != std::string::npos;
+            EXPECT_EQ(found, row < kHotKeyCount) << control << row;
+        }
+    }
+    const std::string readme = SourceFile("README.md");
     ASSERT_FALSE(readme.empty());
     for (const HotKeySetting& hotkey : kHotKeyTable) {
         const std::string row = "| " + std::to_string(hotkey.id) + " | " + hotkey.name + " | `" +
