@@ -2,8 +2,17 @@
 
 #include <vector>
 
+#include "desktop/desktops.h"
+#include "signals/event_names.h"
+
 namespace zk::companion {
 namespace {
+
+// A desktop's number, or the controller's block, which the bridge serves.
+bool ServedBlock(std::uint32_t number) {
+    return number == static_cast<std::uint32_t>(kControllerBlock) ||
+           (number >= 1 && number <= static_cast<std::uint32_t>(kDesktopCount));
+}
 
 std::vector<std::u16string_view> Words(std::u16string_view line) {
     std::vector<std::u16string_view> words;
@@ -38,11 +47,11 @@ CompanionArgs ParseCompanionArgs(std::u16string_view commandLine) {
     CompanionArgs args;
     std::uint32_t desk = 0, controller = 0;
     const std::size_t n = words.size();
-    if (n >= 2 && Number(words[n - 2], desk) && desk >= 1 && desk <= 5 &&
+    if (n >= 2 && Number(words[n - 2], desk) && ServedBlock(desk) &&
         Number(words[n - 1], controller) && controller != 0) {
         args.desk = static_cast<int>(desk);
         args.controllerId = controller;
-    } else if (n >= 1 && Number(words[n - 1], desk) && desk >= 1 && desk <= 5) {
+    } else if (n >= 1 && Number(words[n - 1], desk) && ServedBlock(desk)) {
         args.desk = static_cast<int>(desk);
     }
     return args;

@@ -8,18 +8,18 @@
 
 #include <cstdint>
 
+#include "desktop/desktops.h"
 #include "platform/handles.h"
 
 namespace zk::companion {
 
-// The nine companions, by slot: the switchers of desktops 1 to 4, then the heralds of desktops
-// 1 to 4, then the bridge.
-inline constexpr int kCompanionSlots = 9;
+// The companions, by slot: the switchers of the desktops, then their heralds, then the bridge.
+inline constexpr int kCompanionSlots = 2 * kDesktopCount + 1;
 [[nodiscard]] constexpr int PilotSlot(int desk) {
     return desk - 1;
 }
 [[nodiscard]] constexpr int HeraldSlot(int desk) {
-    return 3 + desk;  // the bridge is desk 5: slot 8
+    return kDesktopCount - 1 + desk;  // the bridge, desk 5, takes the last slot
 }
 
 inline constexpr std::uint32_t kPilotMissing = 1;
