@@ -1,5 +1,7 @@
 #include "DeskHerald/startup_programs.h"
 
+#include "DeskHerald/program_search.h"
+#include "diagnostics/err_log.h"
 #include "platform/handles.h"
 #include "shared/companion_settings.h"
 
@@ -23,9 +25,8 @@ bool ShowsWindows(Os& os) {
 std::vector<Text> StartupPrograms(Os& os, Registry& registry, int desk) {
     if (!StartProgramsOn(registry, desk)) return {};
     const auto stored = StoredPrograms(os, desk);
-    if (!stored) return {kDefaultShell};
     std::vector<Text> programs;
-    for (const Text& line : *stored) {
+    for (const Text& line : stored.value_or(std::vector<Text>{kDefaultShell})) {
         Text expanded = os.ExpandEnvironmentStringsW(line);
         if (!expanded.empty()) programs.push_back(std::move(expanded));
     }
@@ -37,9 +38,18 @@ int StartStartupPrograms(Os& os, Registry& registry, int desk) {
     const Text desktop = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
     int started = 0;
     for (const Text& line : StartupPrograms(os, registry, desk)) {
+        const auto program = TryFindProgram(os, line);
+        if (!program) {
+            ErrLog(os).LogError(LogMessage(u"The start-up program of desktop " + DecimalText(desk) +
+                                           u" was not found: " + line +
+                                           u" (give its full path in the settings)"));
+            continue;
+        }
         StartupInfo si;
         si.lpDesktop = desktop;
-        if (TryCreateProcess(os, std::nullopt, line, false, si)) ++started;
+        if (TryCreateProcess(os, program->application, program->commandLine, false, si)) {
+            ++started;
+        }
     }
     return started;
 }

@@ -13,7 +13,8 @@ namespace zk::companion {
 [[nodiscard]] std::vector<Text> StartupPrograms(Os& os, Registry& registry, int desk);
 
 // Starts them on the calling thread's desktop, unless it shows windows already (an earlier run
-// started them); the number started.
+// started them), each by the full path of its program; a program that is not found is logged.
+// The number started.
 int StartStartupPrograms(Os& os, Registry& registry, int desk);
 
 }  // namespace zk::companion

@@ -67,7 +67,7 @@ class ReporterWindow final : public WindowBase<ReporterWindow> {
             }
             case kRefresh:
                 Refresh();
-                ::FlashWindow(Window(), TRUE);
+                BringForward(static_cast<int>(wParam));
                 return 0;
             case WM_COMMAND:
                 return Command(LOWORD(wParam)) ? 0 : Default(message, wParam, lParam);
@@ -130,6 +130,17 @@ class ReporterWindow final : public WindowBase<ReporterWindow> {
         }
     }
 
+    // A second start asked for the reporter: shown as it was asked to be. The controller asks
+    // for it minimised and then it only flashes; a user's request brings it to the front.
+    void BringForward(int show) {
+        if (show == SW_SHOWMINIMIZED || show == SW_SHOWMINNOACTIVE || show == SW_MINIMIZE) {
+            ::FlashWindow(Window(), TRUE);
+            return;
+        }
+        if (::IsIconic(Window())) ::ShowWindow(Window(), SW_RESTORE);
+        if (!::SetForegroundWindow(Window())) ::FlashWindow(Window(), TRUE);
+    }
+
     void Refresh() {
         const ReporterView view = MakeReporterView(os_);
         logPath_ = view.logPath;
@@ -169,12 +180,18 @@ class ReporterWindow final : public WindowBase<ReporterWindow> {
 ZK_ENTRY int ZkZelkovaError(int show) {
     Win32Os os;
     ProcessContext context(os);
-    // One reporter at a time: a later start refreshes the open one.
-    UniqueKernelHandle single(os, ::CreateMutexW(nullptr, FALSE, L"Local\\Zelkova2ErrorReporter"));
+    // One reporter a desktop: a later start on the same desktop refreshes the open one, which
+    // is found there (a window of another desktop cannot be found, nor shown from here).
+    const Text desktop = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
+    UniqueKernelHandle single(
+        os, ::CreateMutexW(nullptr, FALSE, W(u"Local\\Zelkova2ErrorReporter." + desktop)));
     if (::GetLastError() == ERROR_ALREADY_EXISTS) {
         for (int i = 0; i < 40; ++i) {  // the first one may still be making its window
             if (const HWND open = ::FindWindowW(kClass, nullptr)) {
-                ::SendMessageW(open, kRefresh, 0, 0);
+                DWORD owner = 0;
+                ::GetWindowThreadProcessId(open, &owner);
+                ::AllowSetForegroundWindow(owner);  // the right this start was given, passed on
+                ::SendMessageW(open, kRefresh, static_cast<WPARAM>(show), 0);
                 break;
             }
             ::Sleep(50);

@@ -18,7 +18,7 @@ namespace zk::companion {
 inline constexpr char16_t kShowBannerValue[] = u"ShowBanner";
 inline constexpr char16_t kNameValue[] = u"Name";
 inline constexpr char16_t kStartProgramsValue[] = u"StartPrograms";
-inline constexpr char16_t kDefaultShell[] = u"explorer.exe";
+inline constexpr char16_t kDefaultShell[] = u"%SystemRoot%\\explorer.exe";
 
 [[nodiscard]] Text DesktopKey(int desk);
 [[nodiscard]] Text ProgramsKey(int desk);

@@ -101,6 +101,7 @@ inline constexpr std::uint32_t QsAllInput = 0x04FF;
 inline constexpr std::uint32_t SmtoAbortIfHung = 0x0002;
 inline constexpr std::uint32_t ProcessQueryLimitedInformation = 0x1000;
 inline constexpr std::uint32_t InvalidFileAttributes = 0xFFFFFFFF;
+inline constexpr std::uint32_t FileAttributeDirectory = 0x10;
 inline constexpr std::uint32_t StartfUseShowWindow = 0x00000001;
 inline constexpr std::uint16_t SwShowMinimized = 2;
 inline constexpr std::uint32_t FileAppendData = 0x0004;

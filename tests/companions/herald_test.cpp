@@ -115,7 +115,10 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
         Text::npos);
 }
 
-TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceWithReferencesExpandedOrTheShell) {
+// Each by the full path of its program, found as the system would but never in the current
+// folder: Zelkova2 may have been started from a folder that holds a planted "explorer.exe"
+// (CreateProcess, "lpCommandLine": the current directory is searched second).
+TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceByTheirFullPathsOrTheShell) {
     struct Case {
         std::vector<Text> stored;  // empty: no key
         bool off;
@@ -123,20 +126,27 @@ TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceWithReferencesExpandedOrTheShell
         std::vector<Text> started;
     };
     const Case cases[] = {
-        {{}, false, false, {u"explorer.exe"}},
-        {{u"notepad.exe", u"%SystemRoot%\\calc.exe"},
+        {{}, false, false, {u"\"C:\\Windows\\explorer.exe\""}},
+        {{u"notepad.exe C:\\notes.txt", u"%SystemRoot%\\calc.exe", u"tool -x", u"nosuch",
+          u"C:\\Program Files\\App\\app.exe --go"},
          false,
          false,
-         {u"notepad.exe", u"C:\\Windows\\calc.exe"}},
+         {u"\"C:\\Windows\\System32\\notepad.exe\" C:\\notes.txt", u"\"C:\\Windows\\calc.exe\"",
+          u"\"D:\\Tools\\tool.exe\" -x", u"\"C:\\Program Files\\App\\app.exe\" --go"}},
         {{u"notepad.exe"}, true, false, {}},
         {{u"notepad.exe"}, false, true, {}},  // an earlier run started them
     };
     for (const Case& c : cases) {
         CompanionSession s(u"DeskHerald.exe", u"desk2");
-        s.os.AddFile(u"C:\\Windows\\calc.exe");
-        s.os.AddFile(u"C:\\Windows\\notepad.exe");
-        s.os.AddFile(u"C:\\Windows\\explorer.exe");
-        s.os.SetCurrentDirectory(u"C:\\Windows");
+        for (const char16_t* file :
+             {u"C:\\Windows\\calc.exe", u"C:\\Windows\\System32\\notepad.exe",
+              u"C:\\Windows\\explorer.exe", u"D:\\Tools\\tool.exe",
+              u"C:\\Program Files\\App\\app.exe", u"C:\\Users\\user1\\Downloads\\explorer.exe",
+              u"C:\\Users\\user1\\Downloads\\notepad.exe",
+              u"C:\\Users\\user1\\Downloads\\tool.exe"})
+            s.os.AddFile(file);
+        s.os.SetEnvironmentVariable(u"PATH", u"relative;D:\\Tools");
+        s.os.SetCurrentDirectory(u"C:\\Users\\user1\\Downloads");
         for (std::size_t i = 0; i < c.stored.size(); ++i)
             s.os.registry().SetText(u"Software\\Zelkova\\Desktop2\\Programs", DecimalText(i + 1),
                                     c.stored[i]);
@@ -153,6 +163,8 @@ TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceWithReferencesExpandedOrTheShell
             EXPECT_EQ(p.startupInfo.lpDesktop, u"desk2");
         }
         EXPECT_EQ(started, c.started);
+        const bool logged = s.os.FileText(kLog).find("was not found: nosuch") != std::string::npos;
+        EXPECT_EQ(logged, c.stored.size() > 2) << "a program that is not found is logged";
     }
 }
 

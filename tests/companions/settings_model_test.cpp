@@ -62,7 +62,7 @@ TEST_F(SettingsModelTest, FlagsACombinationAnotherProgramHoldsButNotOneZelkovaHo
 TEST_F(SettingsModelTest, ApplyWritesEverySettingAndSaysWhichHotKeysZelkovaCouldNotRegister) {
     Settings settings = model_.Load();
     EXPECT_EQ(settings.hotkeys[4], (Combo{3, 0x08}));
-    EXPECT_EQ(settings.desktops[1].programs, std::vector<Text>{u"explorer.exe"});
+    EXPECT_EQ(settings.desktops[1].programs, std::vector<Text>{u"%SystemRoot%\\explorer.exe"});
     settings.hotkeys[1] = {6, 0x78};
     settings.hotkeys[2] = {6, 0x79};
     settings.desktops[1].name = u"Mail";

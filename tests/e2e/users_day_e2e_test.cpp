@@ -96,7 +96,7 @@ void AppendToLog(const std::string& line) {
     ::CloseHandle(file);
 }
 
-TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOne) {
+TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOneADesktop) {
     AppendToLog("11/22/2026 1:00:00 PM Zelkova: an older line\r\n");
     AppendToLog("11/22/2026 1:00:01 PM Zelkova: the newest line\r\n");
     const std::wstring reporter = support::ProgramFolder() + L"\\ZelkovaError.exe";
@@ -112,8 +112,18 @@ TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOne) {
         const std::wstring now = e2e::ReporterText();
         return now.find(L"one more line") < now.find(L"the newest line");
     })) << "the open reporter was refreshed";
+
+    // Asked for on another desktop, it opens there too.
+    const HDESK other = ::CreateDesktopW(L"desk2", nullptr, nullptr, 0, GENERIC_ALL, nullptr);
+    ASSERT_NE(other, nullptr);
+    support::Running second(reporter, L"desk2");
+    EXPECT_TRUE(Within(10000, [] {
+        return support::WindowOn(L"desk2", L"Zelkova2ErrorReporter") != nullptr;
+    })) << "a reporter on desk2";
+    EXPECT_FALSE(second.WaitForExit(0)) << "it stays open there (and ends with the test)";
     ::PostMessageW(::FindWindowW(L"Zelkova2ErrorReporter", nullptr), WM_CLOSE, 0, 0);
     EXPECT_TRUE(first.WaitForExit(5000));
+    ::CloseDesktop(other);
 }
 
 }  // namespace

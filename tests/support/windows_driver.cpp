@@ -85,9 +85,11 @@ RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
     return result;
 }
 
-Running::Running(const std::wstring& program) {
+Running::Running(const std::wstring& program, const wchar_t* desktop) {
     STARTUPINFOW si{};
     si.cb = sizeof si;
+    std::wstring desktopName = desktop != nullptr ? desktop : L"";
+    si.lpDesktop = desktop != nullptr ? desktopName.data() : nullptr;
     if (!::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &si, &pi_)) {
         pi_ = {};

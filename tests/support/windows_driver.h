@@ -43,7 +43,8 @@ RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
 // A program started and left running; ended, if it still runs, when this goes.
 class Running {
   public:
-    explicit Running(const std::wstring& program);
+    // On the named desktop, or on the caller's.
+    explicit Running(const std::wstring& program, const wchar_t* desktop = nullptr);
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
     ~Running();

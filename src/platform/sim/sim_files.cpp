@@ -12,7 +12,6 @@ constexpr std::uint32_t kGenericWrite = 0x40000000;
 constexpr std::uint32_t kFileWriteData = 0x0002;
 constexpr std::uint32_t kCreateAlways = 2;
 constexpr std::uint32_t kFileAttributeArchive = 0x20;
-constexpr std::uint32_t kFileAttributeDirectory = 0x10;
 
 }  // namespace
 
@@ -203,7 +202,7 @@ bool SimFiles::DeleteFileW(const Text& path) {
 std::uint32_t SimFiles::GetFileAttributesW(const Text& path) {
     if (session_.Enter("GetFileAttributesW", Utf8(path))) return InvalidFileAttributes;
     if (Exists(path)) return kFileAttributeArchive;
-    if (FolderExists(FullPath(path))) return kFileAttributeDirectory;
+    if (FolderExists(FullPath(path))) return FileAttributeDirectory;
     session_.last = MissingFileError(path);
     return InvalidFileAttributes;
 }
