@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "platform/win32/win32_os.h"
-#include "shared/shared_state.h"
+#include "signals/shared_state.h"
 #include "tool_support/launcher.h"
 
 namespace {
@@ -415,7 +415,7 @@ int Soak() {
     DWORD controllerId = 0;
     ::GetWindowThreadProcessId(controller, &controllerId);
     Win32Os os;
-    companion::SharedState state(os, controllerId);
+    SharedState state(os, controllerId);
     std::printf("soak: 100000 commands and 10000 hotkey chains (working set K / handles)\n");
     Report("start");
     const std::string junk(300, 'x');

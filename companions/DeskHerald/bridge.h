@@ -13,8 +13,8 @@
 #include "resident/switch_notice.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
-#include "shared/shared_state.h"
 #include "shared/signals.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 

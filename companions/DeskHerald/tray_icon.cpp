@@ -137,7 +137,6 @@ LRESULT TrayIcon::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (LOWORD(lParam)) {
         case NIN_SELECT:
         case NIN_KEYSELECT:
-            ::AllowSetForegroundWindow(ASFW_ANY);  // the preview opens in the switcher
             herald_->Preview();
             break;
         case WM_CONTEXTMENU:

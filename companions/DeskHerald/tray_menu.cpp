@@ -1,6 +1,6 @@
 #include "DeskHerald/tray_menu.h"
 
-#include "shared/shared_state.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 

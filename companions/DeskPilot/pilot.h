@@ -17,8 +17,8 @@
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
-#include "shared/shared_state.h"
 #include "shared/signals.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 

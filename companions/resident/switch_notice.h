@@ -4,8 +4,8 @@
 // and switcher (its pictures). A command for the desktop shown already changes nothing, as in
 // the controller.
 
-#include "shared/shared_state.h"
 #include "shared/signals.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 

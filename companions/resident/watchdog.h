@@ -12,8 +12,8 @@
 #include "resident/companion_args.h"
 #include "resident/controller_process.h"
 #include "resident/wait_loop.h"
-#include "shared/shared_state.h"
 #include "shared/signals.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 

@@ -6,7 +6,7 @@
 #include "desktop/companions.h"
 #include "programs/programs.h"
 #include "resident/controller_link.h"
-#include "shared/shared_state.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 namespace {

@@ -11,9 +11,9 @@
 #include "platform/handles.h"
 #include "programs/programs.h"
 #include "shared/companion_settings.h"
-#include "shared/shared_state.h"
 #include "shared/signals.h"
 #include "signals/protocol.h"
+#include "signals/shared_state.h"
 #include "tool_support/autostart.h"
 #include "tool_support/launcher.h"
 #include "zelkovactl/hotkey_text.h"
@@ -172,7 +172,7 @@ int Ctl::Switch(const Args& args) {
         os_.Sleep(kPoll);
     }
     const auto ids = companion::ControllerProcessIds(os_);
-    if (!ids.empty() && companion::SharedState(os_, ids.front()).Current() == *n) {
+    if (!ids.empty() && SharedState(os_, ids.front()).Current() == *n) {
         err_ << "zelkovactl: Zelkova2 switched to " << target << ", but the system still shows "
              << InputDesktop() << "\n";
     } else {
@@ -205,7 +205,7 @@ int Ctl::Shutdown(const Args&) {
     for (const std::uint32_t id : companion::ControllerProcessIds(os_)) {
         processes.emplace_back(os_, os_.OpenProcess(Synchronize, false, id));
         if (processes.back()) handles.push_back(processes.back().get());
-        companion::SharedState state(os_, id);
+        SharedState state(os_, id);
         for (const std::uint32_t companion : state.Block().companions) {
             if (companion != 0)
                 companions.emplace_back(os_, os_.OpenProcess(Synchronize, false, companion));
@@ -243,7 +243,7 @@ int Ctl::Start(const Args& args) {
             break;
     }
     if (launch.missing != 0) {
-        const bool pilot = (launch.missing & companion::kPilotMissing) != 0;
+        const bool pilot = (launch.missing & kPilotMissing) != 0;
         err_ << "zelkovactl: Zelkova2 runs without all of its companions: "
              << AsciiText(ProgramFileName(pilot ? Program::Pilot : Program::Herald))
              << " is missing beside Zelkova2.exe. See 'zelkovactl log'.\n";

@@ -170,8 +170,18 @@ void frmZK::HotKeyPressed(std::int32_t id) {
     if (!request) return;
     const std::int16_t index =
         EventNames::EventIndex(request->kind, record_.CurrentDesk, request->target);
-    // An index outside 1..54 raises the subscript error here.
-    (void)os_.SetEvent(record_.EventHandles[index]);
+    const Handle event = record_.EventHandles[index];  // outside 1..54: the subscript error
+    if (request->kind == KindShowPreview) LetSwitcherTakeTheKeyboard(record_.CurrentDesk);
+    (void)os_.SetEvent(event);
+}
+
+// The preview that the switcher shows must take the keyboard, and Windows lets a process bring
+// a window to the front only when it received the last input or was given the right by the
+// process that did: this one, which received the key.
+void frmZK::LetSwitcherTakeTheKeyboard(std::int16_t desk) {
+    if (!companions_) companions_ = std::make_unique<SharedState>(os_, os_.GetCurrentProcessId());
+    const std::uint32_t switcher = companions_->Block().companions[PilotSlot(desk)];
+    if (switcher != 0) (void)os_.AllowSetForegroundWindow(switcher);
 }
 
 // The window's own procedure: the one the subclassing calls after the controller. Closing the

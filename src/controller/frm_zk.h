@@ -14,6 +14,7 @@
 #include "settings/registry.h"
 #include "signals/event_names.h"
 #include "signals/protocol.h"
+#include "signals/shared_state.h"
 #include "support/one_based_array.h"
 #include "winsupport/i_subclass.h"
 
@@ -71,6 +72,7 @@ class frmZK final : public ISubclass {
     bool TakeDesktops();
     void FailStart(const Text& message);
     void CopyData(Lparam lParam);
+    void LetSwitcherTakeTheKeyboard(std::int16_t desk);
 
     Os& os_;
     Hwnd window_ = nullptr;
@@ -79,6 +81,8 @@ class frmZK final : public ISubclass {
     ErrLog log_;
     Registry registry_;
     std::unique_ptr<HotKeys> hotkeys_;
+    // What the companions publish: the switchers' process ids. Opened at the first preview key.
+    std::unique_ptr<SharedState> companions_;
     bool unloaded_ = false;
     bool startUnloaded_ = false;
 };

@@ -8,7 +8,7 @@
 
 #include "platform/sim/sim_os.h"
 #include "settings/registry.h"
-#include "shared/shared_state.h"
+#include "signals/shared_state.h"
 
 namespace zk::ctl {
 namespace {
@@ -130,12 +130,12 @@ TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
 // Start returns once Zelkova2 is up; with --wait it then waits for Zelkova2's end, however long.
 TEST_F(CtlTest, StartWaitsForTheEndOnlyWhenAskedTo) {
     os_.AddFile(u"C:\\Program Files\\Zelkova2\\Zelkova2.exe");
-    std::vector<std::unique_ptr<companion::SharedState>> states;
+    std::vector<std::unique_ptr<SharedState>> states;
     os_.WhenStarted(u"Zelkova2.exe", [&](std::uint32_t controller) {
         const Hwnd window =
             os_.CreateWindowInOtherProcess(u"Zelkova 2", nullptr, controller, Text(u"Default"));
         (void)os_.SetPropW(window, u"Zelkova2_APP5", HandleFrom<Handle>(1));
-        states.push_back(std::make_unique<companion::SharedState>(os_, controller));
+        states.push_back(std::make_unique<SharedState>(os_, controller));
         for (std::uint32_t& companion : states.back()->Block().companions)
             companion = controller + 1;
     });

@@ -94,11 +94,16 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
         {TrayCommand::Exit, false, {"Shutdown"}},
         {TrayCommand::Exit, true, {"SwitchToDesktop1", "Shutdown"}},
     };
+    SharedState(s_.os, s_.controller).Block().companions[PilotSlot(3)] = 0x777;
+    s_.os.ClickProgramWindow();
     for (const Case& c : cases) {
         shell_.answer = c.answer;
         herald.Command(c.command);
         EXPECT_EQ(s_.Taken(kSignals), c.raised) << static_cast<int>(c.command);
     }
+    // The preview takes the keyboard in the switcher: the herald, which took the click, lets it
+    // (AllowSetForegroundWindow, Remarks).
+    EXPECT_EQ(s_.os.ForegroundGrants(), std::vector<std::uint32_t>{0x777});
     EXPECT_EQ(shell_.questions.size(), 3u);
     EXPECT_NE(shell_.questions[0].find(u"stay on desktop 3"), Text::npos);
     Herald(s_.os, 1, controller_, shell_).Command(TrayCommand::Exit);

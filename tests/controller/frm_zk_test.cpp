@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/sim/sim_os.h"
+#include "signals/shared_state.h"
 #include "winsupport/process_context.h"
 
 namespace zk {
@@ -196,6 +197,9 @@ TEST_F(ControllerTest, Desk3ThatCannotBeMadeSwitchesBackFirstAndKeepsDesk2) {
 
 TEST_F(ControllerTest, HotKeysSignalTheCurrentDesktopsBlockAndSwitchCommandsMoveIt) {
     ASSERT_TRUE(Start());
+    SharedState companions(os_, os_.GetCurrentProcessId());  // as the switchers publish them
+    for (int desk = 1; desk <= 4; ++desk)
+        companions.Block().companions[PilotSlot(desk)] = 0x500 + desk;
     struct Step {
         std::string command;  // sent first, if any
         std::uint32_t key;    // then pressed with Ctrl+Alt, if any
@@ -229,6 +233,16 @@ TEST_F(ControllerTest, HotKeysSignalTheCurrentDesktopsBlockAndSwitchCommandsMove
         EXPECT_EQ(os_.journal().Count("SwitchDesktop") - switches, step.switches);
     }
     EXPECT_EQ(os_.InputDesktopName(), u"desk3");
+    // The preview key lets the switcher it signals take the keyboard, right before the signal:
+    // the controller can pass the right on because it received the key (AllowSetForegroundWindow,
+    // Remarks); the other keys pass nothing.
+    EXPECT_EQ(os_.ForegroundGrants(), (std::vector<std::uint32_t>{0x501, 0x502}));
+    const auto& calls = os_.journal().Entries();
+    for (std::size_t i = 0; i + 1 < calls.size(); ++i) {
+        if (calls[i].call == "AllowSetForegroundWindow") {
+            EXPECT_EQ(calls[i + 1].call, "SetEvent");
+        }
+    }
     for (const Wparam id : {Wparam{0}, Wparam{7}, ~Wparam{0}})  // no hotkey of ours
         ASSERT_TRUE(os_.PostMessageW(window_, WmHotKey, id, 0));
     EXPECT_EQ(Pump(), std::nullopt);

@@ -11,14 +11,11 @@
 
 #include "e2e/system_test.h"
 #include "platform/win32/win32_os.h"
-#include "shared/shared_state.h"
+#include "signals/shared_state.h"
 
 namespace zk {
 namespace {
 
-using companion::HeraldSlot;
-using companion::PilotSlot;
-using companion::SharedState;
 using support::LogText;
 using support::ProgramFolder;
 using support::RunResult;

@@ -14,6 +14,9 @@ class WindowApi : public virtual SystemApi {
     virtual Handle RemovePropW(Hwnd window, const Text& name) = 0;
     [[nodiscard]] virtual bool IsWindow(Hwnd window) = 0;
     [[nodiscard]] virtual bool IsWindowVisible(Hwnd window) = 0;
+    // Lets another process bring a window to the front: only a process that may do so itself
+    // (it received the last input) can pass the right on.
+    virtual bool AllowSetForegroundWindow(std::uint32_t processId) = 0;
     [[nodiscard]] virtual std::uint32_t GetWindowThreadProcessId(Hwnd window,
                                                                  std::uint32_t* processId) = 0;
     [[nodiscard]] virtual Text GetWindowTextW(Hwnd window) = 0;

@@ -99,6 +99,9 @@ class Session {
     int threadDesktop = 0;
     Handle threadDesktopHandle = nullptr;
     [[nodiscard]] int DesktopByName(const Text& name) const;
+    // Whether the last input (a key, a hotkey) went to the simulated process: then it may bring
+    // a window to the front, and pass that right on.
+    bool hasLastInput = false;
 
     // Set by the windows part: whether the simulated thread owns windows, and the windows of a
     // desktop; set by the parts that hold something for the process, to release it at its end.

@@ -126,6 +126,7 @@ bool SimHotKeys::PressHotKey(std::uint32_t modifiers, std::uint32_t virtualKey) 
             continue;
         }
         if (scope_ == HotKeyScope::Desktop && h.desktop != session_.inputDesktop) continue;
+        session_.hasLastInput = h.processId == session_.processId;
         if (h.processId == session_.processId) {
             const auto lParam = static_cast<Lparam>((virtualKey << 16) | (modifiers & 0xFFFF));
             messages_.Post(Msg{h.window, WmHotKey, static_cast<Wparam>(h.id), lParam});

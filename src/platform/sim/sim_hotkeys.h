@@ -24,6 +24,8 @@ class SimHotKeys : public virtual HotKeyApi {
 
     // ----- driving from a test
     void SetHotKeyScope(HotKeyScope scope) { scope_ = scope; }
+    // The user clicks a window of the simulated process: the last input went to it.
+    void ClickProgramWindow() { session_.hasLastInput = true; }
     // Another process holds a combination, with a window on the named desktop (the input
     // desktop if none); false when the system refuses it.
     bool HoldHotKeyInOtherProcess(std::uint32_t modifiers, std::uint32_t virtualKey,

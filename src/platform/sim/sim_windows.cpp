@@ -118,6 +118,16 @@ bool SimWindows::IsWindowVisible(Hwnd window) {
     return w != nullptr && (w->style & kWsVisible) != 0;
 }
 
+bool SimWindows::AllowSetForegroundWindow(std::uint32_t processId) {
+    if (session_.Enter("AllowSetForegroundWindow", std::to_string(processId))) return false;
+    if (!session_.hasLastInput) {
+        session_.last = ErrorAccessDenied;
+        return false;
+    }
+    foregroundGrants_.push_back(processId);
+    return true;
+}
+
 std::uint32_t SimWindows::GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) {
     if (session_.Enter("GetWindowThreadProcessId", Hex(window))) return 0;
     const SimWindow* w = Find(window);

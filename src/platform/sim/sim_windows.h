@@ -35,6 +35,7 @@ class SimWindows : public virtual WindowApi {
     Handle RemovePropW(Hwnd window, const Text& name) override;
     bool IsWindow(Hwnd window) override;
     bool IsWindowVisible(Hwnd window) override;
+    bool AllowSetForegroundWindow(std::uint32_t processId) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     Text GetWindowTextW(Hwnd window) override;
     std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) override;
@@ -65,6 +66,8 @@ class SimWindows : public virtual WindowApi {
 
     // ----- driving from a test
     Hwnd FindWindowByCaption(const Text& caption) const;
+    // The processes the simulated one let bring a window to the front, in order.
+    const std::vector<std::uint32_t>& ForegroundGrants() const { return foregroundGrants_; }
     // A window of another process, shown on the input desktop unless another is named; its
     // procedure (if any) handles what is sent to it.
     Hwnd CreateWindowInOtherProcess(const Text& caption = {}, WndProc procedure = nullptr,
@@ -92,6 +95,7 @@ class SimWindows : public virtual WindowApi {
     std::set<Ansi> iconGroups_ = {"AAA", "#1"};
     std::map<std::pair<Ansi, int>, Handle> sharedIcons_;
     std::intptr_t nextIcon_ = 0x30001;
+    std::vector<std::uint32_t> foregroundGrants_;
 };
 
 }  // namespace zk::sim

@@ -32,6 +32,9 @@ bool Win32Windows::IsWindow(Hwnd window) {
 bool Win32Windows::IsWindowVisible(Hwnd window) {
     return Keep(::IsWindowVisible(window)) != 0;
 }
+bool Win32Windows::AllowSetForegroundWindow(std::uint32_t processId) {
+    return Keep(::AllowSetForegroundWindow(processId)) != 0;
+}
 std::uint32_t Win32Windows::GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) {
     DWORD pid = 0;
     const DWORD tid = Keep(::GetWindowThreadProcessId(window, &pid));

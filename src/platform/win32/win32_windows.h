@@ -11,6 +11,7 @@ class Win32Windows : public virtual WindowApi {
     Handle RemovePropW(Hwnd window, const Text& name) override;
     bool IsWindow(Hwnd window) override;
     bool IsWindowVisible(Hwnd window) override;
+    bool AllowSetForegroundWindow(std::uint32_t processId) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     Text GetWindowTextW(Hwnd window) override;
     std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) override;

@@ -1,6 +1,6 @@
-#include "shared/shared_state.h"
+#include "signals/shared_state.h"
 
-namespace zk::companion {
+namespace zk {
 
 SharedState::SharedState(KernelApi& os, std::uint32_t controllerId) {
     mapping_ = UniqueKernelHandle(
@@ -27,4 +27,4 @@ Text CompanionUpEventName(std::uint32_t controllerId, int slot) {
     return u"Zelkova2.Up." + DecimalText(controllerId) + u"." + DecimalText(slot);
 }
 
-}  // namespace zk::companion
+}  // namespace zk

@@ -3,7 +3,8 @@
 // long as one of them holds it:
 //   - the desktop shown now and the one shown before it, as the bridge has seen the switch
 //     commands go through (the "previous desktop" hotkey of every desktop needs it);
-//   - the process ids of the nine companions, so that neighbours can watch each other;
+//   - the process ids of the companions, so that neighbours can watch each other and the
+//     controller can let the switcher it signals take the foreground;
 //   - the companion programs found missing, for every tray to show.
 
 #include <cstdint>
@@ -11,7 +12,7 @@
 #include "desktop/desktops.h"
 #include "platform/handles.h"
 
-namespace zk::companion {
+namespace zk {
 
 // The companions, by slot: the switchers of the desktops, then their heralds, then the bridge.
 inline constexpr int kCompanionSlots = 2 * kDesktopCount + 1;
@@ -59,4 +60,4 @@ class SharedState {
 // The event a companion sets when it has put its process id into its slot.
 [[nodiscard]] Text CompanionUpEventName(std::uint32_t controllerId, int slot);
 
-}  // namespace zk::companion
+}  // namespace zk
