@@ -373,6 +373,74 @@ TEST_P(Contract, CreateProcessStartsTheProgramOnTheNamedDesktopWithItsTitleOrFai
     EXPECT_TRUE(error == ErrorFileNotFound || error == ErrorPathNotFound) << error;
 }
 
+// A handle does only what it was opened for (OpenEventA, SetEvent, WaitForSingleObject,
+// OpenProcess, EnumDesktopWindows, RegSetValueExW: "the handle must have the ... access right"),
+// and a file is opened only as far as its other opens share it (CreateFileW, dwShareMode).
+TEST_P(Contract, AHandleDoesOnlyWhatItWasOpenedForAndAFileOnlyWhatItsOtherOpensShare) {
+    const Ansi name = "Local\\zk_contract_rights_" + Suffix(os());
+    const Handle event = os().CreateEventA(false, false, name);
+    const Handle waits = os().OpenEventA(Synchronize, false, name);
+    const Handle sets = os().OpenEventA(EventModifyState, false, name);
+    ASSERT_TRUE(event != nullptr && waits != nullptr && sets != nullptr);
+    EXPECT_FALSE(os().SetEvent(waits));
+    EXPECT_EQ(os().GetLastError(), ErrorAccessDenied);
+    EXPECT_TRUE(os().SetEvent(sets));
+    EXPECT_EQ(os().WaitForSingleObject(sets, 0), WaitFailed);
+    EXPECT_EQ(os().GetLastError(), ErrorAccessDenied);
+    EXPECT_EQ(os().WaitForSingleObject(waits, 0), WaitObject0);
+    for (const Handle h : {event, waits, sets})
+        EXPECT_TRUE(os().CloseHandle(h));
+
+    StartupInfo si;
+    ProcessInformation pi;
+    ASSERT_TRUE(os().CreateProcessW(GetParam().recorderPath(os()), u" 7", false, 0, si, pi));
+    (void)GetParam().observe(os(), pi);
+    const Handle queries = os().OpenProcess(ProcessQueryLimitedInformation, false, pi.dwProcessId);
+    const Handle synchronizes = os().OpenProcess(Synchronize, false, pi.dwProcessId);
+    EXPECT_EQ(os().WaitForSingleObject(queries, 0), WaitFailed);
+    EXPECT_EQ(os().GetLastError(), ErrorAccessDenied);
+    EXPECT_NE(os().WaitForSingleObject(synchronizes, 0), WaitFailed);
+    for (const Handle h : {queries, synchronizes, pi.hProcess, pi.hThread})
+        EXPECT_TRUE(os().CloseHandle(h));
+
+    const Hdesk switches = os().OpenDesktopW(u"Default", 0, false, DesktopSwitchDesktop);
+    ASSERT_NE(switches, nullptr);
+    EXPECT_TRUE(os().EnumDesktopWindows(switches).empty());
+    EXPECT_EQ(os().GetLastError(), ErrorAccessDenied);
+    EXPECT_TRUE(os().CloseDesktop(switches));
+
+    Hkey key = nullptr;
+    ASSERT_EQ(os().RegCreateKeyW(HkeyCurrentUser(), kTestKey, key), 0);
+    EXPECT_EQ(os().RegCloseKey(key), 0);
+    ASSERT_EQ(os().RegOpenKeyExW(HkeyCurrentUser(), kTestKey, 0, KeyQueryValue, key), 0);
+    const std::array<std::byte, 4> dword{};
+    EXPECT_EQ(os().RegSetValueExW(key, u"Number", kRegDword, dword),
+              static_cast<std::int32_t>(ErrorAccessDenied));
+    EXPECT_EQ(os().RegCloseKey(key), 0);
+    (void)os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey);
+
+    std::array<char16_t, 260> folder{};
+    ASSERT_EQ(os().SHGetFolderPathW(CsidlLocalAppData | CsidlFlagCreate, 0, folder), SOk);
+    const Text path = Text(folder.data()) + u"\\zk-contract-share-" + WideSuffix(os()) + u".txt";
+    const std::uint32_t both = FileShareRead | FileShareWrite;
+    const Handle appends = os().CreateFileW(path, FileAppendData, both, OpenAlways);
+    ASSERT_NE(appends, InvalidHandleValue());
+    const Handle alsoAppends = os().CreateFileW(path, FileAppendData, both, OpenAlways);
+    EXPECT_NE(alsoAppends, InvalidHandleValue()) << "two writers that share writing";
+    EXPECT_EQ(os().CreateFileW(path, FileAppendData, FileShareRead, OpenAlways),
+              InvalidHandleValue())
+        << "a writer that does not share writing with the writers there";
+    EXPECT_EQ(os().GetLastError(), ErrorSharingViolation);
+    for (const Handle h : {appends, alsoAppends})
+        EXPECT_TRUE(os().CloseHandle(h));
+    const Handle reads = os().CreateFileW(path, GenericRead, FileShareRead, OpenExisting);
+    EXPECT_EQ(os().CreateFileW(path, FileAppendData, both, OpenAlways), InvalidHandleValue())
+        << "a writer where a reader does not share writing";
+    EXPECT_EQ(os().GetLastError(), ErrorSharingViolation);
+    EXPECT_TRUE(os().CloseHandle(reads));
+    EXPECT_TRUE(os().DeleteFileW(path));
+}
+
 TEST_P(Contract, FilesAreAppendedReadBackAndDeletedInTheLocalApplicationDataFolder) {
     std::array<char16_t, 260> folder{};
     ASSERT_EQ(os().SHGetFolderPathW(CsidlLocalAppData | CsidlFlagCreate, 0, folder), SOk);

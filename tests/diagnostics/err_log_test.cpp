@@ -42,7 +42,15 @@ TEST(ErrLogEntry, IsDateTimeBlankMessageAndLineEndInTheAnsiCodePageAppendedToWha
     sim::SimOs os;
     os.AddFile(kLog, "old\n");
     ErrLog log(os);
+    // Another of the programs is writing its line at this moment, and the reporter reads: the
+    // log is shared for both (CreateFileW, dwShareMode), so no line is lost.
+    const int writer =
+        os.OpenFileInOtherProcess(kLog, FileAppendData, FileShareRead | FileShareWrite);
+    const int reader = os.OpenFileInOtherProcess(kLog, GenericRead, FileShareRead | FileShareWrite);
+    ASSERT_NE(writer * reader, 0);
     log.LogError(u"Zelkova: caf\u00E9");
+    os.CloseFileInOtherProcess(writer);
+    os.CloseFileInOtherProcess(reader);
     os.SetLocalTime({2026, 11, 0, 23, 0, 0, 0, 0});
     log.LogError(u"at midnight");
     os.SetLocalTime({2026, 11, 0, 23, 0, 0, 1, 0});

@@ -68,6 +68,18 @@ HandleEntry* Session::Lookup(Handle handle, Kind kind) {
     return entry != nullptr && objects_.at(entry->object).kind == kind ? entry : nullptr;
 }
 
+std::optional<bool> Session::TakeSignal(Handle handle) {
+    const HandleEntry* entry = Lookup(handle);
+    if (entry == nullptr || !entry->Grants(Synchronize)) {
+        last = entry == nullptr ? ErrorInvalidHandle : ErrorAccessDenied;
+        return std::nullopt;
+    }
+    KernelObject& o = Object(entry->object);
+    if (!o.signalled) return false;
+    if ((o.kind == Kind::Event && !o.manualReset) || o.kind == Kind::Mutex) o.signalled = false;
+    return true;
+}
+
 bool Session::CloseHandle(Handle handle) {
     const auto it = handles_.find(HandleValue(handle));
     if (it == handles_.end()) return false;

@@ -45,6 +45,8 @@ struct KernelObject {
     std::uint32_t processId = 0;   // processes and threads
     std::uint64_t createdAt = 0;   // processes: creation time
     Text path;                     // files: the folded full path
+    std::uint32_t fileAccess = 0;  // files: the access and the share mode it was opened with
+    std::uint32_t fileShare = 0;
     int desktop = 0;               // desktops; processes: the desktop they run on
     std::vector<std::byte> bytes;  // sections
 };
@@ -54,6 +56,10 @@ struct HandleEntry {
     std::uint32_t access = 0;
     bool threadDesktop = false;  // GetThreadDesktop's handle: not the caller's to close
     std::size_t position = 0;    // files: where the next read or write starts
+    // Whether the handle was opened with the right (every right, for GENERIC_ALL).
+    [[nodiscard]] bool Grants(std::uint32_t right) const {
+        return (access & (right | GenericAll)) != 0;
+    }
 };
 
 struct SimDesktop {
@@ -84,6 +90,10 @@ class Session {
     Handle NewHandle(int object, std::uint32_t access, bool threadDesktop = false);
     HandleEntry* Lookup(Handle handle, Kind kind);
     HandleEntry* Lookup(Handle handle);
+    // A wait on the handle now: whether it is signalled (taking an auto-reset event's or a
+    // mutex's signal), or nothing when it cannot be waited on (the last error says why: no such
+    // handle, or a handle without SYNCHRONIZE).
+    std::optional<bool> TakeSignal(Handle handle);
     bool CloseHandle(Handle handle);
     void Release(int object);
     // Closes every handle of the simulated process, as its end does.

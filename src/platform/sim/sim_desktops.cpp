@@ -138,8 +138,9 @@ std::vector<Text> SimDesktops::EnumDesktopsW() {
 std::vector<Hwnd> SimDesktops::EnumDesktopWindows(Hdesk desktop) {
     if (session_.Enter("EnumDesktopWindows", Hex(desktop))) return {};
     const int index = Desktop(desktop);
-    if (index < 0) {
-        session_.last = ErrorInvalidHandle;
+    const HandleEntry* entry = session_.Lookup(desktop, Kind::Desktop);
+    if (index < 0 || entry == nullptr || !entry->Grants(DesktopReadObjects)) {
+        session_.last = index < 0 ? ErrorInvalidHandle : ErrorAccessDenied;
         return {};
     }
     return session_.windowsOfDesktop ? session_.windowsOfDesktop(index) : std::vector<Hwnd>{};

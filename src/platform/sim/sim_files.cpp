@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::uint32_t kGenericWrite = 0x40000000;
 constexpr std::uint32_t kFileWriteData = 0x0002;
+constexpr std::uint32_t kFileReadData = 0x0001;
 constexpr std::uint32_t kCreateAlways = 2;
 constexpr std::uint32_t kFileAttributeArchive = 0x20;
 
@@ -114,15 +115,35 @@ std::optional<Text> SimFiles::FindImage(const std::optional<Text>& applicationNa
     return std::nullopt;
 }
 
+// An open that another open of the same file does not share: what one reads or writes, the
+// other must let it (CreateFileW, dwShareMode).
+bool SimFiles::SharingConflict(const Text& key, std::uint32_t access, std::uint32_t shareMode) {
+    const auto reads = [](std::uint32_t a) { return (a & (GenericRead | kFileReadData)) != 0; };
+    const auto writes = [](std::uint32_t a) {
+        return (a & (FileAppendData | kFileWriteData | kGenericWrite)) != 0;
+    };
+    const auto refuses = [&](std::uint32_t a, std::uint32_t share) {
+        return (reads(a) && (share & FileShareRead) == 0) ||
+               (writes(a) && (share & FileShareWrite) == 0);
+    };
+    return session_.FindObject([&](const KernelObject& o) {
+        return o.kind == Kind::File && o.path == key &&
+               (refuses(access, o.fileShare) || refuses(o.fileAccess, shareMode));
+    }) != 0;
+}
+
 Handle SimFiles::CreateFileW(const Text& path, std::uint32_t access, std::uint32_t shareMode,
                              std::uint32_t creationDisposition) {
-    (void)shareMode;
     if (session_.Enter("CreateFileW", Utf8(path))) return InvalidHandleValue();
     const Text full = FullPath(path);
     const Text key = Fold(full);
     const bool writes = (access & (FileAppendData | kFileWriteData | kGenericWrite)) != 0;
     if (unwritable_.count(key) != 0 && writes) {
         session_.last = ErrorAccessDenied;
+        return InvalidHandleValue();
+    }
+    if (SharingConflict(key, access, shareMode)) {
+        session_.last = ErrorSharingViolation;
         return InvalidHandleValue();
     }
     if (!FolderExists(ParentFolder(full))) {
@@ -138,7 +159,25 @@ Handle SimFiles::CreateFileW(const Text& path, std::uint32_t access, std::uint32
     session_.last = exists && creationDisposition == OpenAlways ? ErrorAlreadyExists : ErrorSuccess;
     KernelObject file{Kind::File};
     file.path = key;
+    file.fileAccess = access;
+    file.fileShare = shareMode;
     return session_.NewHandle(session_.NewObject(std::move(file)), access);
+}
+
+int SimFiles::OpenFileInOtherProcess(const Text& path, std::uint32_t access,
+                                     std::uint32_t shareMode) {
+    const Text key = Fold(FullPath(path));
+    if (SharingConflict(key, access, shareMode)) return 0;
+    KernelObject file{Kind::File};
+    file.path = key;
+    file.fileAccess = access;
+    file.fileShare = shareMode;
+    file.references = 1;  // the other process's handle
+    return session_.NewObject(std::move(file));
+}
+
+void SimFiles::CloseFileInOtherProcess(int file) {
+    session_.Release(file);
 }
 
 // A handle opened only to append writes at the end; any other writes at its position.

@@ -30,6 +30,10 @@ class SimFiles : public virtual FileApi {
     void AddFile(const Text& path, std::string_view contents);
     void RemoveFile(const Text& path);
     void MakeUnwritable(const Text& path);
+    // Another process holds the file open, as CreateFileW would open it for that process; its
+    // object id (0 when the opens already there do not share), for CloseFileInOtherProcess.
+    int OpenFileInOtherProcess(const Text& path, std::uint32_t access, std::uint32_t shareMode);
+    void CloseFileInOtherProcess(int file);
     std::optional<std::vector<std::byte>> FileContents(const Text& path) const;
     std::string FileText(const Text& path) const;  // contents as bytes in a string; "" if none
     void SetLocalAppData(const Text& path) { localAppData_ = path; }
@@ -43,6 +47,7 @@ class SimFiles : public virtual FileApi {
     std::uint32_t MissingFileError(const Text& path) const;
 
   private:
+    bool SharingConflict(const Text& key, std::uint32_t access, std::uint32_t shareMode);
     struct File {
         Text path;
         std::vector<std::byte> contents;

@@ -68,8 +68,8 @@ Handle SimKernel::OpenEventA(std::uint32_t desiredAccess, bool inherit, const An
 bool SimKernel::SetEvent(Handle event) {
     if (session_.Enter("SetEvent", Hex(event))) return false;
     const HandleEntry* entry = session_.Lookup(event, Kind::Event);
-    if (entry == nullptr) {
-        session_.last = ErrorInvalidHandle;
+    if (entry == nullptr || !entry->Grants(EventModifyState)) {
+        session_.last = entry == nullptr ? ErrorInvalidHandle : ErrorAccessDenied;
         return false;
     }
     KernelObject& object = session_.Object(entry->object);
@@ -85,15 +85,9 @@ std::uint32_t SimKernel::WaitForSingleObject(Handle object, std::uint32_t millis
     if (session_.Enter("WaitForSingleObject", Hex(object) + " " + std::to_string(milliseconds))) {
         return WaitFailed;
     }
-    const HandleEntry* entry = session_.Lookup(object);
-    if (entry == nullptr) {
-        session_.last = ErrorInvalidHandle;
-        return WaitFailed;
-    }
-    KernelObject& o = session_.Object(entry->object);
-    if (!o.signalled) return WaitTimeout;  // nothing else runs in the simulation to set it
-    if ((o.kind == Kind::Event && !o.manualReset) || o.kind == Kind::Mutex) o.signalled = false;
-    return WaitObject0;
+    const auto signalled = session_.TakeSignal(object);
+    if (!signalled) return WaitFailed;
+    return *signalled ? WaitObject0 : WaitTimeout;  // nothing else runs here to set it
 }
 
 // Only waits for any one handle; what is not signalled now stays so, and the time passes.
@@ -105,15 +99,9 @@ std::uint32_t SimKernel::WaitForMultipleObjects(std::span<const Handle> handles,
         return WaitFailed;
     }
     for (std::uint32_t i = 0; i < handles.size(); ++i) {
-        const HandleEntry* entry = session_.Lookup(handles[i]);
-        if (entry == nullptr) {
-            session_.last = ErrorInvalidHandle;
-            return WaitFailed;
-        }
-        KernelObject& o = session_.Object(entry->object);
-        if (!o.signalled) continue;
-        if ((o.kind == Kind::Event && !o.manualReset) || o.kind == Kind::Mutex) o.signalled = false;
-        return WaitObject0 + i;
+        const auto signalled = session_.TakeSignal(handles[i]);
+        if (!signalled) return WaitFailed;
+        if (*signalled) return WaitObject0 + i;
     }
     if (milliseconds != Infinite) session_.tickCount += milliseconds;
     return WaitTimeout;
@@ -251,8 +239,9 @@ Handle SimKernel::OpenProcess(std::uint32_t desiredAccess, bool inherit, std::ui
 bool SimKernel::GetProcessTimes(Handle process, std::uint64_t& creationTime) {
     if (session_.Enter("GetProcessTimes", Hex(process))) return false;
     const HandleEntry* entry = session_.Lookup(process, Kind::Process);
-    if (entry == nullptr) {
-        session_.last = ErrorInvalidHandle;
+    if (entry == nullptr || !(entry->Grants(ProcessQueryLimitedInformation) ||
+                              entry->Grants(ProcessQueryInformation))) {
+        session_.last = entry == nullptr ? ErrorInvalidHandle : ErrorAccessDenied;
         return false;
     }
     creationTime = session_.Object(entry->object).createdAt * 10'000;

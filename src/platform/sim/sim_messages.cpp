@@ -80,16 +80,9 @@ void SimMessages::PostQuitMessage(int exitCode) {
 
 // A signalled object ends the wait; an auto-reset event or a mutex is taken by it.
 bool SimMessages::TakeSignal(Handle handle, std::uint32_t& result, std::uint32_t position) {
-    const HandleEntry* entry = session_.Lookup(handle);
-    if (entry == nullptr) {
-        session_.last = ErrorInvalidHandle;
-        result = WaitFailed;
-        return true;
-    }
-    KernelObject& o = session_.Object(entry->object);
-    if (!o.signalled) return false;
-    if ((o.kind == Kind::Event && !o.manualReset) || o.kind == Kind::Mutex) o.signalled = false;
-    result = WaitObject0 + position;
+    const auto signalled = session_.TakeSignal(handle);
+    if (signalled && !*signalled) return false;
+    result = signalled ? WaitObject0 + position : WaitFailed;
     return true;
 }
 
