@@ -16,7 +16,8 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       shell_(shell),
       registry_(os),
       signals_(os, os),
-      state_(os, controller.Id()) {
+      state_(os, controller.Id()),
+      ownDesktop_(os) {
     const auto n = static_cast<std::int16_t>(desk);
     if (const Handle shown = signals_.Event(SwitcherSignal(KindUpdate, n, n))) {
         set_.Add(shown, {kShown, desk});
@@ -57,7 +58,11 @@ void Herald::Run() {
 bool Herald::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kShown:
-            if (BannerShown(registry_)) shell_.ShowBanner(DesktopName(registry_, desk_));
+            // Not once another desktop is shown: under Wine 10 the banner would take the input
+            // back to this one.
+            if (BannerShown(registry_) && ownDesktop_.Shown()) {
+                shell_.ShowBanner(DesktopName(registry_, desk_));
+            }
             break;
         case kControllerEnded:
             return false;

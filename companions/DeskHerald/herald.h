@@ -9,6 +9,7 @@
 
 #include "DeskHerald/tray_menu.h"
 #include "resident/controller_process.h"
+#include "resident/own_desktop.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
@@ -59,6 +60,7 @@ class Herald {
     Registry registry_;
     Signals signals_;
     SharedState state_;
+    OwnDesktop ownDesktop_;
     WaitSet set_;
     std::optional<Watchdog> pilot_;
     std::optional<Watchdog> bridge_;

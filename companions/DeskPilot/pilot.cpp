@@ -11,6 +11,8 @@ namespace zk::companion {
 
 Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell& shell)
     : os_(os),
+      desk_(desk),
+      ownDesktop_(os),
       window_(window),
       shell_(shell),
       registry_(os),
@@ -39,7 +41,6 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     // Take the switch commands' events now, so that the path of a switch opens nothing.
     for (std::int16_t target = 1; target <= kDesktopCount; ++target)
         (void)signals_.Event(SwitchCommand(target));
-    ownDesktop_ = os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()));
     if (desk == 1) {
         direct_.emplace(os, os, controller.Id());
         (void)direct_->Window();  // found now, not on the way of the first switch
@@ -81,9 +82,11 @@ void Pilot::Run() {
 bool Pilot::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kSwitchTo:
+            NoteShown();
             RequestSwitch(wake.value);
             return true;
         case kPreview:
+            NoteShown();
             OpenPreview();
             return true;
         case kReadReg:
@@ -103,6 +106,7 @@ bool Pilot::Woken(const Wake& wake) {
 
 // What the controller's hotkey would have done for this desktop's block.
 void Pilot::HotKey(int id) {
+    NoteShown();
     const auto request = HotKeyRequestOf(id, static_cast<std::int16_t>(state_.Previous()));
     if (!request) return;
     if (request->kind == KindShowPreview) {
@@ -110,6 +114,14 @@ void Pilot::HotKey(int id) {
     } else {
         RequestSwitch(request->target);
     }
+}
+
+// A key typed here, or a signal of this desktop's block, says that this desktop is the one shown,
+// however it came to be: a program may send switch commands straight to the controller, past
+// the bridge that records them. Only the record follows: the key or signal is about to take the
+// user elsewhere, and a banner shown here now would, under Wine 10, take the input back.
+void Pilot::NoteShown() {
+    state_.RecordSwitch(desk_);
 }
 
 void Pilot::RequestSwitch(int target) {
@@ -123,23 +135,18 @@ void Pilot::RequestSwitch(int target) {
 }
 
 void Pilot::OpenPreview() {
-    if (OwnDesktopShown()) shell_.Capture();
+    if (ownDesktop_.Shown()) shell_.Capture();
     shell_.ShowPreview();
 }
 
 void Pilot::TimerFired(std::uintptr_t id) {
     if (id == kCaptureSoon) (void)os_.KillTimer(window_, kCaptureSoon);
     if (id != kCaptureSoon && id != kCaptureAgain) return;
-    if (OwnDesktopShown()) {
+    if (ownDesktop_.Shown()) {
         shell_.Capture();
     } else if (id == kCaptureAgain) {
         (void)os_.KillTimer(window_, kCaptureAgain);  // until the desktop is shown again
     }
-}
-
-bool Pilot::OwnDesktopShown() {
-    UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
-    return input && os_.GetUserObjectInformationW(input.get()) == ownDesktop_;
 }
 
 }  // namespace zk::companion

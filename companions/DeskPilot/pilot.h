@@ -14,6 +14,7 @@
 #include "hotkeys/hotkeys.h"
 #include "resident/controller_link.h"
 #include "resident/controller_process.h"
+#include "resident/own_desktop.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
@@ -64,11 +65,13 @@ class Pilot {
     [[nodiscard]] WaitSet& Set() { return set_; }
 
   private:
-    [[nodiscard]] bool OwnDesktopShown();
+    void NoteShown();
     void NoteMissingHerald();
     void OpenPreview();
 
     Os& os_;
+    int desk_;
+    OwnDesktop ownDesktop_;
     Hwnd window_;
     Shell& shell_;
     Registry registry_;
@@ -78,7 +81,6 @@ class Pilot {
     HotKeyFields fields_;
     HotKeys hotkeys_;
     std::optional<Watchdog> herald_;
-    Text ownDesktop_;
     // On the controller's own desktop a switch goes straight to its window: one process less on
     // the way than through the bridge.
     std::optional<ControllerLink> direct_;

@@ -1,0 +1,15 @@
+#include "resident/own_desktop.h"
+
+#include "platform/handles.h"
+
+namespace zk::companion {
+
+OwnDesktop::OwnDesktop(Os& os)
+    : os_(os), name_(os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId()))) {}
+
+bool OwnDesktop::Shown() {
+    UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
+    return input && os_.GetUserObjectInformationW(input.get()) == name_;
+}
+
+}  // namespace zk::companion

@@ -1,0 +1,22 @@
+#pragma once
+// The desktop a companion runs on, and whether the system shows it now. A companion acts for
+// the desktop shown only: under Wine 10 a window shown on another desktop takes the input there.
+
+#include "platform/os.h"
+
+namespace zk::companion {
+
+class OwnDesktop {
+  public:
+    explicit OwnDesktop(Os& os);
+
+    [[nodiscard]] const Text& Name() const { return name_; }
+    // Whether it is the input desktop at this moment.
+    [[nodiscard]] bool Shown();
+
+  private:
+    Os& os_;
+    Text name_;
+};
+
+}  // namespace zk::companion
