@@ -58,9 +58,7 @@ void Herald::Run() {
 bool Herald::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kShown:
-            // Not once another desktop is shown: under Wine 10 the banner would take the input
-            // back to this one.
-            if (BannerShown(registry_) && ownDesktop_.Shown()) {
+            if (BannerShown(registry_) && StillShown()) {
                 shell_.ShowBanner(DesktopName(registry_, desk_));
             }
             break;
@@ -76,6 +74,19 @@ bool Herald::Woken(const Wake& wake) {
     if (state_.Block().missing != missingShown_) {
         missingShown_ = state_.Block().missing;
         shell_.TrayChanged();
+    }
+    return true;
+}
+
+// The banner greets the arrival at this desktop, and is not shown once the user has moved on:
+// under Wine 10 a window shown on a desktop just left takes the input back there. Moved on means
+// that the companions' record names another desktop, or that the system shows another of the
+// made desktops (where it does not switch desktops, as Wine 8, the input desktop stays "Default").
+bool Herald::StillShown() {
+    if (state_.Current() != desk_) return false;
+    const Text input = ownDesktop_.InputName();
+    for (int desk = 2; desk <= kDesktopCount; ++desk) {
+        if (desk != desk_ && input == kDesktopNames[desk - 1]) return false;
     }
     return true;
 }

@@ -52,6 +52,7 @@ class Herald {
 
   private:
     void NoteMissingPrograms();
+    [[nodiscard]] bool StillShown();
     void StartProgram(Program program);
 
     Os& os_;

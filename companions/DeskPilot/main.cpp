@@ -42,6 +42,10 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
             pilot_->TimerFired(wParam);
             return 0;
         }
+        if (pilot_ != nullptr && message == WM_QUERYENDSESSION) {
+            pilot_->SessionEnding();
+            return TRUE;  // the session may end: nothing of Zelkova2's is left unsaved
+        }
         return Default(message, wParam, lParam);
     }
 

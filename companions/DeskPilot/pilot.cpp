@@ -139,6 +139,10 @@ void Pilot::OpenPreview() {
     shell_.ShowPreview();
 }
 
+void Pilot::SessionEnding() {
+    if (desk_ == 1) RequestSwitch(1);
+}
+
 void Pilot::TimerFired(std::uintptr_t id) {
     if (id == kCaptureSoon) (void)os_.KillTimer(window_, kCaptureSoon);
     if (id != kCaptureSoon && id != kCaptureAgain) return;

@@ -58,6 +58,9 @@ class Pilot {
     bool Woken(const Wake& wake);
     void HotKey(int id);
     void TimerFired(std::uintptr_t id);
+    // The session is about to end (a log-off): on desktop 1 the switcher shows it first, so that
+    // what asks the user before the end is seen, and a cancelled log-off leaves the user there.
+    void SessionEnding();
     // Asks the controller, through the bridge, to show desktop `target`.
     void RequestSwitch(int target);
 

@@ -12,7 +12,9 @@ class OwnDesktop {
 
     [[nodiscard]] const Text& Name() const { return name_; }
     // Whether it is the input desktop at this moment.
-    [[nodiscard]] bool Shown();
+    [[nodiscard]] bool Shown() { return InputName() == name_; }
+    // The name of the input desktop now; empty when the system does not say.
+    [[nodiscard]] Text InputName();
 
   private:
     Os& os_;

@@ -104,6 +104,9 @@ TEST_P(PilotTest, OnDesktop1ASwitchGoesStraightToTheControllersWindow) {
     EXPECT_TRUE(s_.Taken(kCommands).empty());
     EXPECT_EQ(SharedState(s_.os, s_.controller).Current(), 3);
     EXPECT_TRUE(s_.Take("Switcher3Update3"));
+    // At a log-off desktop 1 is shown first, through the controller, which stays in step.
+    pilot_->SessionEnding();
+    EXPECT_EQ(CompanionSession::Commands().back(), testing::kSignalPrefix + "SwitchToDesktop1");
 }
 
 // A program may send the switch commands straight to the controller, past the bridge: a key or

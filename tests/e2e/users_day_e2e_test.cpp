@@ -76,6 +76,21 @@ TEST_F(UsersDay, PreviousGoesBackAlsoAfterACommandSentStraightToTheController) {
     EXPECT_TRUE(Shown(3));
 }
 
+// At a log-off every window is asked whether the session may end: each of ours says yes, and
+// desktop 1 is shown before anything ends (a question on another desktop could not be seen).
+// A log-off that is cancelled leaves Zelkova2 running.
+TEST_F(UsersDay, AnEndingSessionShowsDesktop1AndACancelledOneLeavesZelkovaRunning) {
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));
+    ASSERT_TRUE(Shown(3));
+    for (const int desk : {3, 2, 4, 1})
+        EXPECT_TRUE(support::SessionMayEndOn(kDesks[desk - 1])) << kDesks[desk - 1];
+    EXPECT_TRUE(Shown(1));
+    EXPECT_EQ(CompanionCount(), 9u);
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD2}));
+    EXPECT_TRUE(Shown(2)) << "the controller knows that desktop 1 is shown";
+}
+
 TEST_F(UsersDay, ThePreviewOpensOnItsDesktopAndAKeyInItShowsTheChosenDesktop) {
     ASSERT_TRUE(Start());
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));

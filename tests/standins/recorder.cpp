@@ -4,8 +4,11 @@
 // play another program of the user's desktop:
 //   ZK_HOLD_HOTKEY="modifiers,key"  registers that hotkey on a window of its own desktop;
 //   ZK_TYPE="key key ..."           types the keys (decimal virtual keys) from its desktop;
-//   ZK_HOTKEY_WAIT_MS=n             waits that long for its hotkey to be pressed.
-// Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type.
+//   ZK_HOTKEY_WAIT_MS=n             waits that long for its hotkey to be pressed;
+//   ZK_QUERY_END_SESSION=1          asks every window of its desktop, as the system does at a
+//                                   log-off, whether the session may end (WM_QUERYENDSESSION).
+// Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type,
+// 8 when every window it asked said yes.
 #include <windows.h>
 
 #include <string>
@@ -39,6 +42,23 @@ bool Type(const std::wstring& keys) {
         inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {*it, 0, KEYEVENTF_KEYUP, 0, 0}}});
     return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
            inputs.size();
+}
+
+BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
+    DWORD_PTR answer = 0;
+    if (!::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, SMTO_NORMAL, 5000,
+                               &answer) ||
+        answer == 0) {
+        *reinterpret_cast<bool*>(lParam) = false;
+    }
+    return TRUE;
+}
+
+bool SessionMayEnd() {
+    bool yes = true;
+    ::EnumDesktopWindows(::GetThreadDesktop(::GetCurrentThreadId()), &AskToEnd,
+                         reinterpret_cast<LPARAM>(&yes));
+    return yes;
 }
 
 bool HotKeyCame(DWORD within) {
@@ -75,6 +95,7 @@ int wmain() {
     }
     const std::wstring keys = Env(L"ZK_TYPE");
     if (!keys.empty() && Type(keys)) exitCode |= 4;
+    if (!Env(L"ZK_QUERY_END_SESSION").empty() && SessionMayEnd()) exitCode |= 8;
     const std::wstring wait = Env(L"ZK_HOTKEY_WAIT_MS");
     if (!wait.empty() && HotKeyCame(static_cast<DWORD>(std::stoul(wait)))) exitCode |= 2;
     wchar_t desktop[256] = {};

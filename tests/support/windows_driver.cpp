@@ -45,6 +45,15 @@ bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys) {
     return (typed.exitCode & 4) != 0;
 }
 
+bool SessionMayEndOn(const wchar_t* desktop) {
+    ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", L"1");
+    const Text recorder = RecorderPath();
+    const RunResult asked =
+        RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
+    ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", nullptr);
+    return (asked.exitCode & 8) != 0;
+}
+
 RunResult RunProgram(const std::wstring& program, const std::wstring& arguments,
                      const wchar_t* desktop) {
     wchar_t temp[MAX_PATH] = {};
