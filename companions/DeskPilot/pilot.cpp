@@ -18,7 +18,8 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       registry_(os),
       signals_(os, os),
       state_(os, controller.Id()),
-      hotkeys_(os, os, registry_, nullptr, fields_, window) {
+      hotkeys_(os, os, registry_, nullptr, fields_, window, ModNoRepeat),
+      keyRepeat_(os, os, state_) {
     const auto n = static_cast<std::int16_t>(desk);
     for (std::int16_t target = 1; target <= kDesktopCount; ++target) {
         if (const Handle e = signals_.Event(SwitcherSignal(KindSwitchTo, n, target))) {
@@ -83,11 +84,14 @@ bool Pilot::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kSwitchTo:
             NoteShown();
-            RequestSwitch(wake.value);
+            if (!RepeatOf({HotKeyIdOf(HotKeyAction::ShowDesktop, wake.value),
+                           HotKeyIdOf(HotKeyAction::ShowPreviousDesktop)})) {
+                RequestSwitch(wake.value);
+            }
             return true;
         case kPreview:
             NoteShown();
-            OpenPreview();
+            if (!RepeatOf({HotKeyIdOf(HotKeyAction::ShowPreview)})) OpenPreview();
             return true;
         case kReadReg:
             hotkeys_.ReloadHotKeys();
@@ -107,6 +111,7 @@ bool Pilot::Woken(const Wake& wake) {
 // What the controller's hotkey would have done for this desktop's block.
 void Pilot::HotKey(int id) {
     NoteShown();
+    if (RepeatOf({id})) return;  // MOD_NOREPEAT asks the system for this; Wine does not heed it
     const auto request = HotKeyRequestOf(id, static_cast<std::int16_t>(state_.Previous()));
     if (!request) return;
     if (request->kind == KindShowPreview) {
@@ -114,6 +119,16 @@ void Pilot::HotKey(int id) {
     } else {
         RequestSwitch(request->target);
     }
+}
+
+// Whether the signal or key that arrived is a held key repeating; `ids` are the hotkeys that may
+// have sent it (the controller's signal does not say which).
+bool Pilot::RepeatOf(std::initializer_list<int> ids) {
+    std::vector<std::int16_t> keys;
+    for (const int id : ids) {
+        if (IsHotKeyId(id)) keys.push_back(fields_.HotKeyCode[id]);
+    }
+    return keyRepeat_.IsRepeat(keys);
 }
 
 // A key typed here, or a signal of this desktop's block, says that this desktop is the one shown,

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+#include "DeskPilot/key_repeat.h"
 #include "hotkeys/hotkeys.h"
 #include "resident/controller_link.h"
 #include "resident/controller_process.h"
@@ -69,6 +70,7 @@ class Pilot {
 
   private:
     void NoteShown();
+    bool RepeatOf(std::initializer_list<int> ids);
     void NoteMissingHerald();
     void OpenPreview();
 
@@ -83,6 +85,7 @@ class Pilot {
     WaitSet set_;
     HotKeyFields fields_;
     HotKeys hotkeys_;
+    KeyRepeat keyRepeat_;
     std::optional<Watchdog> herald_;
     // On the controller's own desktop a switch goes straight to its window: one process less on
     // the way than through the bridge.

@@ -55,6 +55,14 @@ inline constexpr int kHotKeyCount = static_cast<int>(kHotKeyTable.size());
 inline const HotKeySetting& HotKeySettingOf(int id) {
     return kHotKeyTable.at(static_cast<std::size_t>(id - 1));
 }
+// The id of the hotkey that does `action` (for ShowDesktop, shows `desk`); 0 when none does.
+[[nodiscard]] constexpr int HotKeyIdOf(HotKeyAction action, int desk = 0) {
+    for (const HotKeySetting& hotkey : kHotKeyTable) {
+        if (hotkey.action == action && (action != HotKeyAction::ShowDesktop || hotkey.desk == desk))
+            return hotkey.id;
+    }
+    return 0;
+}
 
 // What a press of hotkey `id` asks of the shown desktop's switcher: a signal kind with its
 // target desktop. Nothing for an id outside the table, or for "previous" while `previousDesk`

@@ -69,9 +69,9 @@ Text HotKeys::Describe(const char16_t* prefix, int id) {
 }
 
 bool HotKeys::Register(int id) {
-    fields_.HotKeyOk[id] =
-        os_.RegisterHotKey(window_, id, static_cast<std::uint32_t>(fields_.HotKeyMod[id]),
-                           static_cast<std::uint32_t>(fields_.HotKeyCode[id]));
+    fields_.HotKeyOk[id] = os_.RegisterHotKey(
+        window_, id, static_cast<std::uint32_t>(fields_.HotKeyMod[id]) | extraModifiers_,
+        static_cast<std::uint32_t>(fields_.HotKeyCode[id]));
     if (fields_.HotKeyOk[id] != 0) return true;
     if (log_ != nullptr) log_->LogError(Describe(kRegisterFailed, id));
     return false;

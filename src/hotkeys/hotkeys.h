@@ -25,14 +25,16 @@ class HotKeys {
   public:
     // Without a log (nullptr), failures go unreported: a companion's hotkeys may be held by the
     // controller, whose own hotkeys then do the work.
+    // `extraModifiers` go to the system with every pair (MOD_NOREPEAT), beside the stored ones.
     HotKeys(HotKeyApi& hotkeys, TextApi& text, Registry& registry, ErrLog* log,
-            HotKeyFields& fields, Hwnd mainWindow)
+            HotKeyFields& fields, Hwnd mainWindow, std::uint32_t extraModifiers = 0)
         : os_(hotkeys),
           text_(text),
           registry_(registry),
           log_(log),
           fields_(fields),
-          window_(mainWindow) {}
+          window_(mainWindow),
+          extraModifiers_(extraModifiers) {}
 
     // Fills the pairs from the registry; a hotkey whose pair cannot be read gets its default.
     void LoadHotKeys();
@@ -55,6 +57,7 @@ class HotKeys {
     ErrLog* log_;
     HotKeyFields& fields_;
     Hwnd window_;
+    std::uint32_t extraModifiers_;
 };
 
 }  // namespace zk

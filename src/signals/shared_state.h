@@ -5,7 +5,8 @@
 //     commands go through (the "previous desktop" hotkey of every desktop needs it);
 //   - the process ids of the companions, so that neighbours can watch each other and the
 //     controller can let the switcher it signals take the foreground;
-//   - the companion programs found missing, for every tray to show.
+//   - the companion programs found missing, for every tray to show;
+//   - the last hotkey that reached a switcher, to tell a key held down from a new press.
 
 #include <cstdint>
 
@@ -33,6 +34,11 @@ struct SharedBlock {
     std::int16_t previous;  // 0 while there has been no switch
     std::uint32_t companions[kCompanionSlots];
     std::uint32_t missing;  // kPilotMissing | kHeraldMissing | kMissingLogged
+    // The last hotkey that reached a switcher: when, its key, and how often it has repeated
+    // since it was pressed (a key held down repeats).
+    std::uint64_t hotKeyTick;
+    std::int16_t hotKeyKey;
+    std::int16_t hotKeyRepeats;
 };
 
 class SharedState {

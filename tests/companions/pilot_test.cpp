@@ -130,6 +130,34 @@ TEST_P(PilotTest, PreviousIsTheDesktopShownBeforeHoweverThisOneCameToBeShown) {
               (std::vector<std::string>{"hide", "hide", "capture", "show", "capture", "show"}));
 }
 
+// A held key switches once, and a second press switches again. The switchers ask the system not
+// to repeat their hotkeys (RegisterHotKey, MOD_NOREPEAT), but the controller's registration
+// repeats, and under Wine every one does: a repeat is the same key again while it is held.
+TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
+    Start(2);
+    s_.os.ShowDesktopInOtherProcess(u"desk2");
+    SharedState(s_.os, s_.controller).RecordSwitch(2);
+    EXPECT_TRUE(s_.os.journal().Find("RegisterHotKey", "id 5 mod 16387 vk 8"));
+    const bool own = GetParam() == sim::HotKeyScope::Desktop;  // the key reaches this switcher
+    const auto arrives = [&](bool repeat) {
+        if (!own) s_.Raise("Switcher2SwitchTo1");  // the controller's signal for the key
+        if (own && repeat) pilot_->HotKey(5);      // as under Wine
+        Pump();
+        return s_.Taken(kCommands);
+    };
+    const std::vector<std::string> once = {"SwitchToDesktop1"};
+    s_.os.HoldHotKey(kCtrlAlt, 0x08);
+    EXPECT_EQ(arrives(false), once);
+    s_.os.RepeatHeldKey(500);
+    EXPECT_TRUE(arrives(true).empty());
+    s_.os.RepeatHeldKey(33);
+    s_.os.ReleaseKeys();
+    EXPECT_TRUE(arrives(true).empty()) << "the last repeat can come after the key went up";
+    s_.os.AdvanceTime(200);
+    s_.os.HoldHotKey(kCtrlAlt, 0x08);
+    EXPECT_EQ(arrives(false), once) << "pressed again";
+}
+
 TEST_P(PilotTest, ReadRegReregistersOnlyTheHotKeysWhoseValuesChanged) {
     Start(4);
     s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x78);

@@ -91,6 +91,21 @@ TEST_F(UsersDay, AnEndingSessionShowsDesktop1AndACancelledOneLeavesZelkovaRunnin
     EXPECT_TRUE(Shown(2)) << "the controller knows that desktop 1 is shown";
 }
 
+// A key held down switches once: the keyboard repeats it, and a repeated "previous" would go back
+// and forth. Pressed again, it switches again.
+TEST_F(UsersDay, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
+    if (!DesktopsSwitch()) GTEST_SKIP() << "Wine 8 does not switch desktops";
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD2}));
+    ASSERT_TRUE(Shown(2));
+    ASSERT_TRUE(Within(5000, [] { return WindowOn(L"desk2", L"Zelkova2Banner"); }));
+    ASSERT_TRUE(support::TypeOn(L"desk2", {VK_CONTROL, VK_MENU, VK_BACK}, 900));
+    ::Sleep(300);
+    EXPECT_TRUE(Shown(1)) << "once, not back again";
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_BACK}));
+    EXPECT_TRUE(Shown(2)) << "pressed again";
+}
+
 TEST_F(UsersDay, ThePreviewOpensOnItsDesktopAndAKeyInItShowsTheChosenDesktop) {
     ASSERT_TRUE(Start());
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));

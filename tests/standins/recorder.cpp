@@ -4,6 +4,9 @@
 // play another program of the user's desktop:
 //   ZK_HOLD_HOTKEY="modifiers,key"  registers that hotkey on a window of its own desktop;
 //   ZK_TYPE="key key ..."           types the keys (decimal virtual keys) from its desktop;
+//   ZK_HOLD_MS=n                    holds them down that long, the last one repeating as the
+//                                   keyboard repeats a held key (after 500 ms, every 33 ms),
+//                                   into whichever desktop is the input desktop then;
 //   ZK_HOTKEY_WAIT_MS=n             waits that long for its hotkey to be pressed;
 //   ZK_QUERY_END_SESSION=1          asks every window of its desktop, as the system does at a
 //                                   log-off, whether the session may end (WM_QUERYENDSESSION).
@@ -38,10 +41,26 @@ bool Type(const std::wstring& keys) {
     std::vector<INPUT> inputs;
     for (const WORD code : codes)
         inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {code, 0, 0, 0, 0}}});
+    bool typed = ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
+                 inputs.size();
+    const std::wstring hold = Env(L"ZK_HOLD_MS");
+    if (!hold.empty() && !codes.empty()) {
+        // The keyboard goes on repeating when the desktop changes under the held keys: the
+        // repeats, and the keys still held, come from the desktop shown then.
+        INPUT again{INPUT_KEYBOARD, {.ki = {codes.back(), 0, 0, 0, 0}}};
+        for (DWORD held = 500; held < std::stoul(hold); held += 33) {
+            ::Sleep(held == 500 ? 500 : 33);
+            if (::SendInput(1, &again, sizeof(INPUT)) == 1) continue;
+            ::SetThreadDesktop(::OpenInputDesktop(0, FALSE, GENERIC_ALL));
+            ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+        }
+    }
+    inputs.clear();
     for (auto it = codes.rbegin(); it != codes.rend(); ++it)
         inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {*it, 0, KEYEVENTF_KEYUP, 0, 0}}});
     return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
-           inputs.size();
+               inputs.size() &&
+           typed;
 }
 
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {

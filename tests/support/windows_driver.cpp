@@ -33,15 +33,17 @@ std::wstring ProgramFolder() {
     return std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\bin";
 }
 
-bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys) {
+bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor) {
     std::wstring list;
     for (const WORD key : keys)
         list += std::to_wstring(key) + L" ";
     ::SetEnvironmentVariableW(L"ZK_TYPE", list.c_str());
+    if (holdFor != 0) ::SetEnvironmentVariableW(L"ZK_HOLD_MS", std::to_wstring(holdFor).c_str());
     const Text recorder = RecorderPath();
     const RunResult typed =
         RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
     ::SetEnvironmentVariableW(L"ZK_TYPE", nullptr);
+    ::SetEnvironmentVariableW(L"ZK_HOLD_MS", nullptr);
     return (typed.exitCode & 4) != 0;
 }
 

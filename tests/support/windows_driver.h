@@ -30,8 +30,9 @@ int WineVersion();
 }
 std::wstring InputDesktop();
 // Types the keys as a program on that desktop would: input comes only from a thread of the
-// input desktop. True when the system took them.
-bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys);
+// input desktop. True when the system took them. Held for `holdFor` milliseconds, the last key
+// repeats as a held key does.
+bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor = 0);
 // Asks every window of the desktop whether the session may end, as the system does at a log-off;
 // true when each said yes.
 bool SessionMayEndOn(const wchar_t* desktop);

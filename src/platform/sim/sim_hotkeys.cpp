@@ -97,11 +97,61 @@ std::uint32_t SimHotKeys::SendInput(std::span<const KeyInput> keys) {
         const std::uint32_t modifier = ModifierOf(key.virtualKey);
         if (modifier != 0) {
             heldModifiers_ = key.up ? heldModifiers_ & ~modifier : heldModifiers_ | modifier;
-        } else if (!key.up) {
+        } else if (key.up) {
+            heldKeys_.erase(key.virtualKey);
+        } else {
+            heldKeys_.insert(key.virtualKey);
             (void)PressHotKey(heldModifiers_, key.virtualKey);
         }
     }
     return static_cast<std::uint32_t>(keys.size());
+}
+
+std::int16_t SimHotKeys::GetAsyncKeyState(int virtualKey) {
+    (void)session_.Enter("GetAsyncKeyState", std::to_string(virtualKey));
+    if (session_.threadDesktop != session_.inputDesktop) return 0;
+    const auto key = static_cast<std::uint16_t>(virtualKey);
+    const bool down = (ModifierOf(key) & heldModifiers_) != 0 || heldKeys_.count(key) != 0;
+    return down ? static_cast<std::int16_t>(0x8000) : std::int16_t{0};
+}
+
+bool SimHotKeys::SystemParametersInfoW(std::uint32_t action, std::uint32_t& value) {
+    if (session_.Enter("SystemParametersInfoW", std::to_string(action))) return false;
+    if (action == SpiGetKeyboardDelay) {
+        value = 1;
+    } else if (action == SpiGetKeyboardSpeed) {
+        value = 31;
+    } else {
+        session_.last = ErrorInvalidParameter;
+        return false;
+    }
+    return true;
+}
+
+bool SimHotKeys::HoldHotKey(std::uint32_t modifiers, std::uint32_t virtualKey) {
+    heldModifiers_ = modifiers;
+    heldKeys_ = {virtualKey};
+    return PressHotKey(modifiers, virtualKey);
+}
+
+void SimHotKeys::RepeatHeldKey(std::uint64_t milliseconds) {
+    messages_.AdvanceTime(milliseconds);
+    for (const std::uint32_t key : heldKeys_) {
+        for (const auto& h : hotkeys_) {
+            if ((h.modifiers & kModifierMask) != heldModifiers_ || h.virtualKey != key) continue;
+            if (scope_ == HotKeyScope::Desktop && h.desktop != session_.inputDesktop) continue;
+            if (h.processId == session_.processId && (h.modifiers & ModNoRepeat) == 0) {
+                const auto lParam = static_cast<Lparam>((key << 16) | heldModifiers_);
+                messages_.Post(Msg{h.window, WmHotKey, static_cast<Wparam>(h.id), lParam});
+            }
+            break;
+        }
+    }
+}
+
+void SimHotKeys::ReleaseKeys() {
+    heldModifiers_ = 0;
+    heldKeys_.clear();
 }
 
 bool SimHotKeys::HoldHotKeyInOtherProcess(std::uint32_t modifiers, std::uint32_t virtualKey,

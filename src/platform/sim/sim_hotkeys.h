@@ -3,6 +3,8 @@
 // or only to the desktop of the window that registered it is not settled for Windows (Wine 10
 // scopes it to the desktop); the part models both, and tests choose.
 
+#include <set>
+
 #include "platform/api/hotkey_api.h"
 #include "platform/sim/session.h"
 #include "platform/sim/sim_messages.h"
@@ -21,6 +23,10 @@ class SimHotKeys : public virtual HotKeyApi {
     bool UnregisterHotKey(Hwnd window, int id) override;
     // Input reaches the input desktop only from a thread of that desktop (else error 5).
     std::uint32_t SendInput(std::span<const KeyInput> keys) override;
+    std::int16_t GetAsyncKeyState(int virtualKey) override;
+    // The keyboard's settings: the delay before a held key repeats is 1 (500 ms), the speed 31
+    // (about 30 repeats a second), as Windows sets them.
+    bool SystemParametersInfoW(std::uint32_t action, std::uint32_t& value) override;
 
     // ----- driving from a test
     void SetHotKeyScope(HotKeyScope scope) { scope_ = scope; }
@@ -35,6 +41,13 @@ class SimHotKeys : public virtual HotKeyApi {
     // The user presses a combination on the input desktop; true if a registration took it
     // (WM_HOTKEY is posted when it is one of the simulated process's).
     bool PressHotKey(std::uint32_t modifiers, std::uint32_t virtualKey);
+    // The user presses a combination and keeps it down: as PressHotKey, then the keys stay held
+    // (GetAsyncKeyState) until ReleaseKeys. RepeatHeldKey is the keyboard repeating the key
+    // after `milliseconds`: another WM_HOTKEY unless the registration asked for MOD_NOREPEAT
+    // (RegisterHotKey, Remarks).
+    bool HoldHotKey(std::uint32_t modifiers, std::uint32_t virtualKey);
+    void RepeatHeldKey(std::uint64_t milliseconds);
+    void ReleaseKeys();
 
   private:
     struct HotKey {
@@ -53,6 +66,7 @@ class SimHotKeys : public virtual HotKeyApi {
     HotKeyScope scope_ = HotKeyScope::Session;
     std::vector<HotKey> hotkeys_;
     std::uint32_t heldModifiers_ = 0;
+    std::set<std::uint32_t> heldKeys_;  // not modifiers
 };
 
 }  // namespace zk::sim

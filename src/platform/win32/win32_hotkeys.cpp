@@ -23,4 +23,14 @@ std::uint32_t Win32HotKeys::SendInput(std::span<const KeyInput> keys) {
     return Keep(::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)));
 }
 
+std::int16_t Win32HotKeys::GetAsyncKeyState(int virtualKey) {
+    return Keep(::GetAsyncKeyState(virtualKey));
+}
+bool Win32HotKeys::SystemParametersInfoW(std::uint32_t action, std::uint32_t& value) {
+    UINT number = 0;
+    const bool read = Keep(::SystemParametersInfoW(action, 0, &number, 0)) != FALSE;
+    value = number;
+    return read;
+}
+
 }  // namespace zk::win32

@@ -1,0 +1,49 @@
+#include "DeskPilot/key_repeat.h"
+
+#include <algorithm>
+
+namespace zk::companion {
+namespace {
+
+// The way from the keyboard to the switcher: the controller, its signal and the switcher's wake.
+constexpr std::uint64_t kWay = 100;
+
+}  // namespace
+
+KeyRepeat::KeyRepeat(HotKeyApi& keyboard, KernelApi& clock, SharedState& state)
+    : keyboard_(keyboard), clock_(clock), state_(state) {
+    // SPI_GETKEYBOARDDELAY: 0 to 3, a quarter of a second each and one more; SPI_GETKEYBOARDSPEED:
+    // 0 to 31, about 2.5 to about 30 repeats a second.
+    std::uint32_t delay = 0, speed = 0;
+    if (keyboard.SystemParametersInfoW(SpiGetKeyboardDelay, delay) && delay <= 3) {
+        delay_ = 250 * (delay + 1);
+    }
+    if (keyboard.SystemParametersInfoW(SpiGetKeyboardSpeed, speed) && speed <= 31) {
+        interval_ = 62000 / (155 + 55 * std::uint64_t{speed});  // 1000 / (2.5 + 27.5 * speed / 31)
+    }
+}
+
+bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
+    SharedBlock& last = state_.Block();
+    std::int16_t held = 0;
+    for (const std::int16_t key : keys) {
+        if (key != 0 && keyboard_.GetAsyncKeyState(key) < 0) {
+            held = key;
+            break;
+        }
+    }
+    // The last repeat of a held key can arrive just after the key went up.
+    if (held == 0 && last.hotKeyRepeats > 0 &&
+        std::find(keys.begin(), keys.end(), last.hotKeyKey) != keys.end()) {
+        held = last.hotKeyKey;
+    }
+    const std::uint64_t now = clock_.GetTickCount64();
+    const std::uint64_t within = (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
+    const bool repeat = held != 0 && held == last.hotKeyKey && now - last.hotKeyTick <= within;
+    last.hotKeyTick = now;
+    last.hotKeyKey = held;
+    last.hotKeyRepeats = repeat ? static_cast<std::int16_t>(last.hotKeyRepeats + 1) : 0;
+    return repeat;
+}
+
+}  // namespace zk::companion
