@@ -2,6 +2,7 @@
 
 #include "platform/win32/wide_text.h"
 #include "window/appearance.h"
+#include "window/monitor.h"
 
 using zk::win32::W;
 
@@ -22,8 +23,7 @@ BannerWindow::BannerWindow(int desk) : desk_(desk) {
 void BannerWindow::Show(const Text& name) {
     text_ = name;
     const UINT dpi = ::GetDpiForWindow(Window());
-    const Rect r = BannerRect(static_cast<int>(dpi), ::GetSystemMetrics(SM_CXSCREEN),
-                              ::GetSystemMetrics(SM_CYSCREEN));
+    const Rect r = BannerRect(static_cast<int>(dpi), WorkMonitor());
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);

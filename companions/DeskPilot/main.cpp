@@ -11,6 +11,7 @@
 #include "launch/entry_points.h"
 #include "platform/win32/win32_os.h"
 #include "resident/companion_args.h"
+#include "window/monitor.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 
@@ -51,6 +52,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
 
     void ShowPreview() override { preview_.Show(); }
     void HidePreview() override { preview_.Hide(); }
+    bool PreviewShown() override { return ::IsWindowVisible(preview_.Window()) != FALSE; }
 
     // Shrinks what this desktop shows into its shared picture.
     void Capture() override {
@@ -66,9 +68,9 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
             if (bitmap) {
                 const Selection canvas(memory.get(), bitmap.get());
                 ::SetStretchBltMode(memory.get(), HALFTONE);
-                if (::StretchBlt(memory.get(), 0, 0, kThumbnailWidth, kThumbnailHeight, screen, 0,
-                                 0, ::GetSystemMetrics(SM_CXSCREEN),
-                                 ::GetSystemMetrics(SM_CYSCREEN), SRCCOPY)) {
+                const Rect all = VirtualScreen();
+                if (::StretchBlt(memory.get(), 0, 0, kThumbnailWidth, kThumbnailHeight, screen,
+                                 all.left, all.top, all.Width(), all.Height(), SRCCOPY)) {
                     ::GdiFlush();
                     std::memcpy(picture->pixels, bits, sizeof picture->pixels);
                     picture->valid = 1;

@@ -149,8 +149,10 @@ void Pilot::RequestSwitch(int target) {
     shell_.HidePreview();
 }
 
+// The picture is taken before the preview opens, and none while it is open: the preview never
+// shows itself.
 void Pilot::OpenPreview() {
-    if (ownDesktop_.Shown()) shell_.Capture();
+    if (ownDesktop_.Shown() && !shell_.PreviewShown()) shell_.Capture();
     shell_.ShowPreview();
 }
 
@@ -162,7 +164,7 @@ void Pilot::TimerFired(std::uintptr_t id) {
     if (id == kCaptureSoon) (void)os_.KillTimer(window_, kCaptureSoon);
     if (id != kCaptureSoon && id != kCaptureAgain) return;
     if (ownDesktop_.Shown()) {
-        shell_.Capture();
+        if (!shell_.PreviewShown()) shell_.Capture();
     } else if (id == kCaptureAgain) {
         (void)os_.KillTimer(window_, kCaptureAgain);  // until the desktop is shown again
     }

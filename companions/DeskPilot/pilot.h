@@ -32,6 +32,7 @@ class Pilot {
         virtual ~Shell() = default;
         virtual void ShowPreview() = 0;
         virtual void HidePreview() = 0;
+        [[nodiscard]] virtual bool PreviewShown() = 0;
         // Takes a picture of what the desktop shows.
         virtual void Capture() = 0;
     };

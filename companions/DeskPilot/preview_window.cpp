@@ -4,6 +4,7 @@
 #include "platform/win32/wide_text.h"
 #include "settings/registry.h"
 #include "shared/companion_settings.h"
+#include "window/monitor.h"
 
 using zk::win32::W;
 
@@ -49,8 +50,7 @@ PreviewWindow::PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails,
 
 void PreviewWindow::LayOut() {
     const UINT dpi = ::GetDpiForWindow(Window());
-    layout_ = LayOutPreview(static_cast<int>(dpi), ::GetSystemMetrics(SM_CXSCREEN),
-                            ::GetSystemMetrics(SM_CYSCREEN));
+    layout_ = LayOutPreview(static_cast<int>(dpi), WorkMonitor());
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);

@@ -31,12 +31,19 @@ Rgb EdgeColour(Rgb fill) {
             static_cast<std::uint8_t>(fill.b * 45 / 100)};
 }
 
-PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight) {
+// A rectangle of this size in the middle of `area`.
+Rect Centred(const Rect& area, int width, int height) {
+    const int left = area.left + (area.Width() - width) / 2;
+    const int top = area.top + (area.Height() - height) / 2;
+    return {left, top, left + width, top + height};
+}
+
+PreviewLayout LayOutPreview(int dpi, const Rect& monitor) {
     int tileWidth = Scale(kTileWidth, dpi);
     int margin = Scale(kMargin, dpi);
     // A tile per desktop with a margin on each side take at most nine tenths of the screen's
     // width.
-    const int room = screenWidth * 9 / 10;
+    const int room = monitor.Width() * 9 / 10;
     constexpr int kMargins = kDesktopCount + 1;
     if (kDesktopCount * tileWidth + kMargins * margin > room) {
         margin = std::max(2, room / 60);
@@ -48,8 +55,7 @@ PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight) {
     layout.frame = std::max(1, Scale(kFrame, dpi));
     const int width = kDesktopCount * tileWidth + kMargins * margin;
     const int height = tileHeight + label + 2 * margin;
-    layout.window = {(screenWidth - width) / 2, (screenHeight - height) / 2,
-                     (screenWidth - width) / 2 + width, (screenHeight - height) / 2 + height};
+    layout.window = Centred(monitor, width, height);
     for (int i = 0; i < kDesktopCount; ++i) {
         const int left = margin + i * (tileWidth + margin);
         layout.tiles[i] = {left, margin, left + tileWidth, margin + tileHeight};
@@ -72,12 +78,9 @@ Text PreviewLabel(int desk, const Text& name, bool shown) {
     return label;
 }
 
-Rect BannerRect(int dpi, int screenWidth, int screenHeight) {
-    const int width = std::min(Scale(kBannerWidth, dpi), screenWidth);
-    const int height = std::min(Scale(kBannerHeight, dpi), screenHeight);
-    const int left = (screenWidth - width) / 2;
-    const int top = (screenHeight - height) / 2;
-    return {left, top, left + width, top + height};
+Rect BannerRect(int dpi, const Rect& monitor) {
+    return Centred(monitor, std::min(Scale(kBannerWidth, dpi), monitor.Width()),
+                   std::min(Scale(kBannerHeight, dpi), monitor.Height()));
 }
 
 std::vector<std::uint32_t> TrayIconPixels(int size, int desk, std::span<const std::uint8_t> glyph) {

@@ -35,21 +35,23 @@ struct Rect {
     }
 };
 
-// The preview: four tiles in a row with a label under each, centred on the screen and never
-// wider than it.
+// The preview: a tile for each desktop in a row with a label under each, centred on the monitor
+// and never wider than it.
 struct PreviewLayout {
     Rect window;                             // in screen coordinates
     std::array<Rect, kDesktopCount> tiles;   // in the window's client coordinates
     std::array<Rect, kDesktopCount> labels;  // likewise
     int frame = 0;  // the width of the frame round the selected and the shown tile
 };
-[[nodiscard]] PreviewLayout LayOutPreview(int dpi, int screenWidth, int screenHeight);
+// `monitor` is the work area of the monitor where the user works, in the virtual screen's
+// coordinates (a monitor left of the primary one starts below 0).
+[[nodiscard]] PreviewLayout LayOutPreview(int dpi, const Rect& monitor);
 // The desktop whose tile is under a point of the client area; 0 for none.
 [[nodiscard]] int TileAt(const PreviewLayout& layout, int x, int y);
 [[nodiscard]] Text PreviewLabel(int desk, const Text& name, bool shown);
 
 // The banner that names a shown desktop, centred on the screen.
-[[nodiscard]] Rect BannerRect(int dpi, int screenWidth, int screenHeight);
+[[nodiscard]] Rect BannerRect(int dpi, const Rect& monitor);
 
 // The tray icon of desktop N at `size` pixels: one tile of the style in the desktop's colour,
 // with its number. `glyph` is the number's coverage (0 to 255), drawn by the system's font

@@ -59,13 +59,20 @@ TEST(ReporterView, ShowsTheNewestEntryFirstAndSaysWhenTheLogCannotBeWritten) {
     EXPECT_NE(text.find(u"Zelkova: second"), Text::npos) << "what was logged before still shows";
 }
 
-TEST(Appearance, ThePreviewFitsTheScreenAtEveryDpiAndEachTileAnswersForItsDesktop) {
-    for (const auto& [dpi, width, height] :
-         {std::tuple{96, 1280, 800}, std::tuple{192, 3840, 2160}, std::tuple{144, 1024, 768},
-          std::tuple{96, 640, 480}}) {
-        const PreviewLayout layout = LayOutPreview(dpi, width, height);
-        EXPECT_GE(layout.window.left, 0) << dpi << " " << width;
-        EXPECT_LE(layout.window.right, width);
+// On the monitor where the user works, which need not be the primary one: a monitor left of it
+// starts at negative coordinates.
+TEST(Appearance, ThePreviewFitsItsMonitorAtEveryDpiAndEachTileAnswersForItsDesktop) {
+    for (const auto& [dpi, monitor] :
+         {std::pair{96, Rect{0, 0, 1280, 800}}, std::pair{192, Rect{0, 0, 3840, 2160}},
+          std::pair{144, Rect{-1024, 0, 0, 768}}, std::pair{96, Rect{1920, 200, 2560, 680}}}) {
+        const PreviewLayout layout = LayOutPreview(dpi, monitor);
+        EXPECT_GE(layout.window.left, monitor.left) << dpi << " " << monitor.left;
+        EXPECT_LE(layout.window.right, monitor.right);
+        EXPECT_GE(layout.window.top, monitor.top);
+        EXPECT_LE(layout.window.bottom, monitor.bottom);
+        const Rect banner = BannerRect(dpi, monitor);
+        EXPECT_TRUE(monitor.Contains(banner.left, banner.top) &&
+                    monitor.Contains(banner.right - 1, banner.bottom - 1));
         EXPECT_NEAR(layout.tiles[0].Width() * 10, layout.tiles[0].Height() * 16, 16) << "16:10";
         for (int desk = 1; desk <= 4; ++desk) {
             const Rect& t = layout.tiles[desk - 1];
@@ -74,10 +81,11 @@ TEST(Appearance, ThePreviewFitsTheScreenAtEveryDpiAndEachTileAnswersForItsDeskto
             EXPECT_EQ(TileAt(layout, t.left - 1, t.top), 0) << "the margin between tiles";
         }
     }
-    EXPECT_EQ(LayOutPreview(96, 1280, 800).tiles[0].Width(), 192);
-    EXPECT_EQ(LayOutPreview(144, 1920, 1080).tiles[0].Width(), 288) << "scaled, not stretched";
+    EXPECT_EQ(LayOutPreview(96, Rect{0, 0, 1280, 800}).tiles[0].Width(), 192);
+    EXPECT_EQ(LayOutPreview(144, Rect{0, 0, 1920, 1080}).tiles[0].Width(), 288)
+        << "scaled, not stretched";
     EXPECT_EQ(PreviewLabel(2, u"Mail", true), u"2  Mail  (shown)");
-    EXPECT_EQ(BannerRect(192, 3840, 2160).Width(), 560);
+    EXPECT_EQ(BannerRect(192, Rect{0, 0, 3840, 2160}).Width(), 560);
 }
 
 TEST(Appearance, TheTrayIconIsARoundedTileInTheDesktopsColourWithItsNumberInWhite) {

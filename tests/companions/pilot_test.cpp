@@ -17,10 +17,18 @@ const std::vector<std::string> kCommands = {"SwitchToDesktop1", "SwitchToDesktop
                                             "SwitchToDesktop3", "SwitchToDesktop4"};
 
 struct FakeShell final : Pilot::Shell {
-    void ShowPreview() override { calls.push_back("show"); }
-    void HidePreview() override { calls.push_back("hide"); }
+    void ShowPreview() override {
+        calls.push_back("show");
+        shown = true;
+    }
+    void HidePreview() override {
+        calls.push_back("hide");
+        shown = false;
+    }
+    bool PreviewShown() override { return shown; }
     void Capture() override { calls.push_back("capture"); }
     std::vector<std::string> calls;
+    bool shown = false;
 };
 
 Pilot* g_pilot = nullptr;
@@ -126,8 +134,8 @@ TEST_P(PilotTest, PreviousIsTheDesktopShownBeforeHoweverThisOneCameToBeShown) {
     pilot_->HotKey(6);
     s_.Raise("ShowPopupSwitcher3");
     Pump();
-    EXPECT_EQ(shell_.calls,
-              (std::vector<std::string>{"hide", "hide", "capture", "show", "capture", "show"}));
+    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"hide", "hide", "capture", "show", "show"}))
+        << "no picture while the preview is open: it would show itself";
 }
 
 // A held key switches once, and a second press switches again. The switchers ask the system not
