@@ -1,12 +1,14 @@
 #include "DeskPilot/thumbnail_store.h"
 
+#include "signals/shared_state.h"
+
 namespace zk::companion {
 
 ThumbnailStore::ThumbnailStore(KernelApi& os) {
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
         const Text name = u"Local\\Zelkova2.Thumbnail" + DecimalText(desk);
         mappings_[desk - 1] =
-            UniqueKernelHandle(os, os.CreateFileMappingW(sizeof(Thumbnail), name));
+            UniqueKernelHandle(os, CreateUserOnlyMapping(os, sizeof(Thumbnail), name));
         if (!mappings_[desk - 1]) continue;
         owned_[desk - 1] =
             UniqueView(os, os.MapViewOfFile(mappings_[desk - 1].get(), sizeof(Thumbnail)));

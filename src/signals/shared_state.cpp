@@ -2,9 +2,16 @@
 
 namespace zk {
 
+Handle CreateUserOnlyMapping(KernelApi& os, std::uint32_t size, const Text& name) {
+    // SYSTEM and the token's user, or its owner where the token does not say who that is.
+    const Text user = os.GetTokenUserSid();
+    return os.CreateFileMappingW(
+        size, name, u"D:P(A;;GA;;;SY)(A;;GA;;;" + (user.empty() ? u"OW" : user) + u")");
+}
+
 SharedState::SharedState(KernelApi& os, std::uint32_t controllerId) {
     mapping_ = UniqueKernelHandle(
-        os, os.CreateFileMappingW(sizeof(SharedBlock), SharedStateName(controllerId)));
+        os, CreateUserOnlyMapping(os, sizeof(SharedBlock), SharedStateName(controllerId)));
     if (!mapping_) return;
     view_ = UniqueView(os, os.MapViewOfFile(mapping_.get(), sizeof(SharedBlock)));
     if (!view_) return;

@@ -61,6 +61,10 @@ class SharedState {
     SharedBlock* block_ = &fallback_;
 };
 
+// Named memory that only this user and the system may open, as the pictures of the desktops and
+// the companions' state are: a program of another user sees neither.
+[[nodiscard]] Handle CreateUserOnlyMapping(KernelApi& os, std::uint32_t size, const Text& name);
+
 // The name of the block of one controller's companions.
 [[nodiscard]] Text SharedStateName(std::uint32_t controllerId);
 // The event a companion sets when it has put its process id into its slot.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "DeskPilot/thumbnail_store.h"
 #include "ZelkovaError/reporter_view.h"
 #include "companions/companion_session.h"
 #include "resident/companion_args.h"
@@ -119,6 +120,21 @@ TEST(Launcher, ShowsDefaultFirstStartsTheControllerThereAndWaitsForItsCompanions
     EXPECT_EQ(started.startupInfo.lpDesktop, u"Default");
     EXPECT_LT(*s.os.journal().Find("SwitchDesktop"), *s.os.journal().Find("CreateProcessW"));
     EXPECT_EQ(StartZelkova(s.os, 2000).result, LaunchResult::AlreadyRunning);
+}
+
+// The pictures of the desktops and the companions' state are the user's alone: their named
+// memory lets only the user and the system open it.
+TEST(SharedMemory, OnlyTheUserAndTheSystemMayOpenThePicturesAndTheState) {
+    sim::SimOs os;
+    const ThumbnailStore pictures(os);
+    const SharedState state(os, 0x99);
+    const auto made = os.journal().Details("CreateFileMappingW");
+    ASSERT_EQ(made.size(), kDesktopCount + 1u);
+    for (const std::string& detail : made) {
+        EXPECT_TRUE(detail.ends_with(
+            " D:P(A;;GA;;;SY)(A;;GA;;;S-1-5-21-1004336348-1177238915-682003330-1001)"))
+            << detail;
+    }
 }
 
 // A second copy of Zelkova2 has a window that looks the same: each copy's companions send only

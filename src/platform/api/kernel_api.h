@@ -23,7 +23,13 @@ class KernelApi : public virtual SystemApi {
     virtual bool CloseHandle(Handle object) = 0;
     // A named section of shared memory (paged by the system), created or opened, and a view of
     // its first `size` bytes; nullptr when it cannot be had.
-    [[nodiscard]] virtual Handle CreateFileMappingW(std::uint32_t size, const Text& name) = 0;
+    // Named memory of the paging file, created with the security descriptor given in SDDL (a
+    // mapping of that name that exists already is opened as it is).
+    [[nodiscard]] virtual Handle CreateFileMappingW(std::uint32_t size, const Text& name,
+                                                    const Text& securityDescriptor) = 0;
+    // The user of the process's token, as SDDL writes a SID ("S-1-5-21-..."); empty when the
+    // system does not say.
+    [[nodiscard]] virtual Text GetTokenUserSid() = 0;
     [[nodiscard]] virtual void* MapViewOfFile(Handle mapping, std::uint32_t size) = 0;
     virtual bool UnmapViewOfFile(void* view) = 0;
 

@@ -45,10 +45,10 @@ const std::set<std::string, std::less<>>& SeamCalls() {
     static const std::set<std::string, std::less<>> calls = {
         // kernel
         "CreateEventA", "CreateMutexA", "OpenEventA", "SetEvent", "WaitForSingleObject",
-        "WaitForMultipleObjects", "Sleep", "CloseHandle", "CreateFileMappingW", "MapViewOfFile",
-        "UnmapViewOfFile", "GetCurrentThreadId", "GetCurrentProcessId", "CreateProcessW",
-        "OpenProcess", "GetProcessTimes", "CreateToolhelp32Snapshot", "ExitProcess",
-        "GetModuleFileNameW", "GetModuleHandleW", "GetTickCount64",
+        "WaitForMultipleObjects", "Sleep", "CloseHandle", "CreateFileMappingW", "GetTokenUserSid",
+        "MapViewOfFile", "UnmapViewOfFile", "GetCurrentThreadId", "GetCurrentProcessId",
+        "CreateProcessW", "OpenProcess", "GetProcessTimes", "CreateToolhelp32Snapshot",
+        "ExitProcess", "GetModuleFileNameW", "GetModuleHandleW", "GetTickCount64",
         // files
         "CreateFileW", "WriteFile", "ReadFile", "DeleteFileW", "GetFileAttributesW",
         "SHGetFolderPathW",

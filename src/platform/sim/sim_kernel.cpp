@@ -121,8 +121,10 @@ bool SimKernel::CloseHandle(Handle object) {
     return true;
 }
 
-Handle SimKernel::CreateFileMappingW(std::uint32_t size, const Text& name) {
-    if (session_.Enter("CreateFileMappingW", Utf8(name) + " " + std::to_string(size))) {
+Handle SimKernel::CreateFileMappingW(std::uint32_t size, const Text& name,
+                                     const Text& securityDescriptor) {
+    if (session_.Enter("CreateFileMappingW",
+                       Utf8(name) + " " + std::to_string(size) + " " + Utf8(securityDescriptor))) {
         return nullptr;
     }
     const Handle section = CreateNamed(Kind::Section, false, false, EncodeCp1252(name));
@@ -131,6 +133,11 @@ Handle SimKernel::CreateFileMappingW(std::uint32_t size, const Text& name) {
         if (bytes.size() < size) bytes.resize(size);  // a new section is zero-filled
     }
     return section;
+}
+
+Text SimKernel::GetTokenUserSid() {
+    (void)session_.Enter("GetTokenUserSid");
+    return u"S-1-5-21-1004336348-1177238915-682003330-1001";
 }
 
 void* SimKernel::MapViewOfFile(Handle mapping, std::uint32_t size) {
@@ -147,7 +154,7 @@ void* SimKernel::MapViewOfFile(Handle mapping, std::uint32_t size) {
     }
     ++section.references;  // a view keeps its section
     void* view = section.bytes.data();
-    views_[reinterpret_cast<std::intptr_t>(view)] = entry->object;
+    views_.emplace(reinterpret_cast<std::intptr_t>(view), entry->object);
     return view;
 }
 

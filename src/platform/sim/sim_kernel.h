@@ -35,7 +35,10 @@ class SimKernel : public virtual KernelApi {
     // Time passes at once: nothing else runs in the simulation meanwhile.
     void Sleep(std::uint32_t milliseconds) override;
     bool CloseHandle(Handle object) override;
-    Handle CreateFileMappingW(std::uint32_t size, const Text& name) override;
+    // The descriptor is recorded, not enforced: the simulated session has one user.
+    Handle CreateFileMappingW(std::uint32_t size, const Text& name,
+                              const Text& securityDescriptor) override;
+    Text GetTokenUserSid() override;
     void* MapViewOfFile(Handle mapping, std::uint32_t size) override;
     bool UnmapViewOfFile(void* view) override;
     std::uint32_t GetCurrentThreadId() override;
@@ -90,7 +93,9 @@ class SimKernel : public virtual KernelApi {
     std::uint32_t nextProcessId_ = 0x200;
     std::vector<StartedProcess> started_;
     std::vector<ProcessEntry> others_;
-    std::map<std::intptr_t, int> views_;  // view address -> section object
+    // View address -> section object; the views of one section share an address here (each
+    // has its own on Windows) and each is unmapped on its own.
+    std::multimap<std::intptr_t, int> views_;
     std::map<Ansi, std::function<void()>> reactions_;
     std::map<Text, std::function<void(std::uint32_t)>> startReactions_;
     Text modulePath_ = u"C:\\Program Files\\Zelkova2\\Zelkova2.exe";

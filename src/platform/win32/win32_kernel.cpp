@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <sddl.h>
 #include <tlhelp32.h>
 
 #include <vector>
@@ -36,9 +37,32 @@ void Win32Kernel::Sleep(std::uint32_t milliseconds) {
 bool Win32Kernel::CloseHandle(Handle object) {
     return Keep(::CloseHandle(object)) != 0;
 }
-Handle Win32Kernel::CreateFileMappingW(std::uint32_t size, const Text& name) {
-    return Keep(
-        ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, size, W(name)));
+Handle Win32Kernel::CreateFileMappingW(std::uint32_t size, const Text& name,
+                                       const Text& securityDescriptor) {
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, nullptr, FALSE};
+    if (!Keep(::ConvertStringSecurityDescriptorToSecurityDescriptorW(
+            W(securityDescriptor), SDDL_REVISION_1, &attributes.lpSecurityDescriptor, nullptr))) {
+        return nullptr;
+    }
+    const HANDLE mapping = Keep(
+        ::CreateFileMappingW(INVALID_HANDLE_VALUE, &attributes, PAGE_READWRITE, 0, size, W(name)));
+    ::LocalFree(attributes.lpSecurityDescriptor);
+    return mapping;
+}
+Text Win32Kernel::GetTokenUserSid() {
+    HANDLE token = nullptr;
+    if (!Keep(::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &token))) return {};
+    alignas(TOKEN_USER) BYTE buffer[sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE];
+    DWORD size = 0;
+    LPWSTR text = nullptr;
+    const bool read =
+        Keep(::GetTokenInformation(token, TokenUser, buffer, sizeof buffer, &size)) &&
+        Keep(::ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(buffer)->User.Sid, &text));
+    ::CloseHandle(token);
+    if (!read) return {};
+    Text sid(reinterpret_cast<const char16_t*>(text));
+    ::LocalFree(text);
+    return sid;
 }
 void* Win32Kernel::MapViewOfFile(Handle mapping, std::uint32_t size) {
     return Keep(::MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, size));

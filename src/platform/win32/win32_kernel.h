@@ -14,7 +14,9 @@ class Win32Kernel : public virtual KernelApi {
                                          std::uint32_t milliseconds) override;
     void Sleep(std::uint32_t milliseconds) override;
     bool CloseHandle(Handle object) override;
-    Handle CreateFileMappingW(std::uint32_t size, const Text& name) override;
+    Handle CreateFileMappingW(std::uint32_t size, const Text& name,
+                              const Text& securityDescriptor) override;
+    Text GetTokenUserSid() override;
     void* MapViewOfFile(Handle mapping, std::uint32_t size) override;
     bool UnmapViewOfFile(void* view) override;
     std::uint32_t GetCurrentThreadId() override;
