@@ -8,6 +8,7 @@
 #include "companions/companion_session.h"
 #include "resident/companion_args.h"
 #include "resident/controller_link.h"
+#include "signals/shared_state.h"
 #include "tool_support/launcher.h"
 #include "window/appearance.h"
 
