@@ -12,6 +12,7 @@
 #include "e2e/system_test.h"
 #include "platform/win32/win32_os.h"
 #include "signals/shared_state.h"
+#include "support/recorder_file.h"
 
 namespace zk {
 namespace {
@@ -125,6 +126,36 @@ TEST_F(Faults, AMissingSwitcherProgramIsToldByTheControlToolTheLogAndTheTray) {
         return support::Caption(tray).find(L"DeskPilot.exe is missing") != std::wstring::npos;
     }));
     EXPECT_EQ(support::RunProgram(folder + L"\\zelkovactl.exe", L"shutdown").exitCode, 0u);
+}
+
+// Zelkova2 started from a folder that holds a file named as a start-up program does not run that
+// file: a bare name is looked for in the system's folders and PATH, never in the current folder.
+TEST_F(Faults, AProgramPlantedInTheFolderZelkovaIsStartedFromDoesNotRun) {
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    const std::wstring folder = std::wstring(temp) + L"zk-planted";
+    const std::wstring record = folder + L"\\ran.txt";
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    ::DeleteFileW(record.c_str());
+    const Text recorder = support::RecorderPath();
+    ::CopyFileW(std::wstring(recorder.begin(), recorder.end()).c_str(),
+                (folder + L"\\zkplanted.exe").c_str(), FALSE);
+    support::SetDword(L"Software\\Zelkova\\Desktop2", L"StartPrograms", 1);
+    const std::wstring line = L"zkplanted.exe --planted";
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Zelkova\\Desktop2\\Programs", L"1", REG_SZ,
+                      line.c_str(), static_cast<DWORD>((line.size() + 1) * sizeof(wchar_t)));
+    ::SetEnvironmentVariableW(L"ZK_RECORD_FILE", record.c_str());
+    wchar_t was[MAX_PATH] = {};
+    ::GetCurrentDirectoryW(MAX_PATH, was);
+    ::SetCurrentDirectoryW(folder.c_str());
+    const ::testing::AssertionResult started = Start();
+    ::SetCurrentDirectoryW(was);
+    ::SetEnvironmentVariableW(L"ZK_RECORD_FILE", nullptr);
+    ASSERT_TRUE(started);
+    EXPECT_TRUE(Within(10000, [] {
+        return LogText().find("desktop 2 was not found: zkplanted.exe") != std::string::npos;
+    }));
+    EXPECT_EQ(::GetFileAttributesW(record.c_str()), INVALID_FILE_ATTRIBUTES) << "the plant ran";
 }
 
 }  // namespace
