@@ -29,10 +29,6 @@ class BridgeTest : public ::testing::Test {
 };
 
 TEST_F(BridgeTest, ForwardsEachCommandToItsOwnControllerAndTellsTheDesktopsWhatChanged) {
-    // A second copy's controller, beside the first: its window never hears from this bridge.
-    const std::uint32_t other = s_.os.AddOtherProcess(u"Zelkova2.exe");
-    const Hwnd otherWindow = s_.os.CreateWindowInOtherProcess(u"Zelkova 2", nullptr, other);
-    (void)s_.os.SetPropW(otherWindow, u"Zelkova2_APP5", HandleFrom<Handle>(1));
     const std::vector<std::string> told = {
         "Switcher2Update2", "Switcher3Update3", "Switcher1Update1", "ReadRegSwitcher1",
         "ReadRegSwitcher2", "ReadRegSwitcher3", "ReadRegSwitcher4"};

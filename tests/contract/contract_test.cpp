@@ -433,31 +433,7 @@ TEST_P(Contract, AHandleDoesOnlyWhatItWasOpenedForAndAFileOnlyWhatItsOtherOpensS
     EXPECT_EQ(os().GetLastError(), ErrorSharingViolation);
     for (const Handle h : {appends, alsoAppends})
         EXPECT_TRUE(os().CloseHandle(h));
-    const Handle reads = os().CreateFileW(path, GenericRead, FileShareRead, OpenExisting);
-    EXPECT_EQ(os().CreateFileW(path, FileAppendData, both, OpenAlways), InvalidHandleValue())
-        << "a writer where a reader does not share writing";
-    EXPECT_EQ(os().GetLastError(), ErrorSharingViolation);
-    EXPECT_TRUE(os().CloseHandle(reads));
     EXPECT_TRUE(os().DeleteFileW(path));
-}
-
-// Named memory made for the user alone is the same memory for every open of its name.
-TEST_P(Contract, NamedMemoryForTheUserAloneIsSharedByItsName) {
-    const Text user = os().GetTokenUserSid();
-    ASSERT_TRUE(user.starts_with(u"S-1-5-")) << "a user's SID";
-    const Text name = u"Local\\zk_contract_memory_" + WideSuffix(os());
-    const Text onlyUser = u"D:P(A;;GA;;;SY)(A;;GA;;;" + user + u")";
-    const Handle first = os().CreateFileMappingW(64, name, onlyUser);
-    ASSERT_NE(first, nullptr) << os().GetLastError();
-    const Handle second = os().CreateFileMappingW(64, name, onlyUser);
-    EXPECT_EQ(os().GetLastError(), ErrorAlreadyExists);
-    auto* written = static_cast<char*>(os().MapViewOfFile(first, 64));
-    auto* read = static_cast<char*>(os().MapViewOfFile(second, 64));
-    ASSERT_TRUE(written != nullptr && read != nullptr);
-    written[7] = 'z';
-    EXPECT_EQ(read[7], 'z');
-    EXPECT_TRUE(os().UnmapViewOfFile(written) && os().UnmapViewOfFile(read));
-    EXPECT_TRUE(os().CloseHandle(first) && os().CloseHandle(second));
 }
 
 TEST_P(Contract, FilesAreAppendedReadBackAndDeletedInTheLocalApplicationDataFolder) {

@@ -49,9 +49,6 @@ TEST_F(DesktopTest, SetAsDefaultStartsPilotHeraldAndControllerHeraldOnDefault) {
     EXPECT_EQ(os.journal().Count("SwitchDesktop") + os.journal().Count("SetThreadDesktop"), 0);
     EXPECT_EQ(os.journal().Details("OpenInputDesktop"), std::vector<std::string>{"0 0 0x100"})
         << "no more than the right to switch to it";
-    os.SetModuleFileName(u"D:\\Tools\\Zelkova2.exe");
-    EXPECT_EQ(desk.PilotPath(), u"D:\\Tools\\DeskPilot.exe") << "beside the executable";
-    EXPECT_EQ(desk.HeraldPath(), u"D:\\Tools\\DeskHerald.exe");
 }
 
 TEST_F(DesktopTest, SetAsDefaultHoldsWhateverIsTheInputDesktopButStartsOnDefault) {

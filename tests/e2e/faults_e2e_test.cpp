@@ -31,6 +31,15 @@ DWORD ControllerId() {
     return id;
 }
 
+// A folder of its own under the temporary folder.
+std::wstring TempFolder(const wchar_t* name) {
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    const std::wstring folder = temp + std::wstring(name);
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    return folder;
+}
+
 bool Alive(DWORD id) {
     const HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, id);
     const bool alive = process != nullptr && ::WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
@@ -108,10 +117,7 @@ TEST_F(Faults, ALogThatCannotBeWrittenIsNamedByTheReporter) {
 }
 
 TEST_F(Faults, AMissingSwitcherProgramIsToldByTheControlToolTheLogAndTheTray) {
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = std::wstring(temp) + L"zk-without-switcher";
-    ::CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring folder = TempFolder(L"zk-without-switcher");
     for (const wchar_t* file : {L"Zelkova2.exe", L"Zelkova2Core.dll", L"DeskHerald.exe",
                                 L"ZelkovaError.exe", L"zelkovactl.exe"}) {
         ::CopyFileW((ProgramFolder() + L"\\" + file).c_str(), (folder + L"\\" + file).c_str(),
@@ -131,11 +137,8 @@ TEST_F(Faults, AMissingSwitcherProgramIsToldByTheControlToolTheLogAndTheTray) {
 // Zelkova2 started from a folder that holds a file named as a start-up program does not run that
 // file: a bare name is looked for in the system's folders and PATH, never in the current folder.
 TEST_F(Faults, AProgramPlantedInTheFolderZelkovaIsStartedFromDoesNotRun) {
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = std::wstring(temp) + L"zk-planted";
+    const std::wstring folder = TempFolder(L"zk-planted");
     const std::wstring record = folder + L"\\ran.txt";
-    ::CreateDirectoryW(folder.c_str(), nullptr);
     ::DeleteFileW(record.c_str());
     const Text recorder = support::RecorderPath();
     ::CopyFileW(std::wstring(recorder.begin(), recorder.end()).c_str(),

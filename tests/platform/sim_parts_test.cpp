@@ -37,13 +37,6 @@ TEST(SimKernel, ADesktopEndsWithItsLastHandleUnlessAProgramRunsOnIt) {
     EXPECT_FALSE(os.DesktopExists(u"desk2"));
 }
 
-TEST(SimFiles, AnUnquotedPathWithBlanksIsFoundAsTheSystemFindsIt) {
-    SimOs os;
-    os.AddFile(u"D:\\My Tools\\Reporter.exe");
-    ProcessInformation pi;
-    ASSERT_TRUE(os.CreateProcessW(std::nullopt, u"D:\\My Tools\\Reporter.exe ", false, 0, {}, pi));
-}
-
 TEST(SimText, TheCodePageIsWindows1252AndInsertsNeedTheFlagThatIgnoresThem) {
     SimOs os;
     EXPECT_EQ(os.WideCharToMultiByte(u"\u20AC\u4E00"), "\x80?");

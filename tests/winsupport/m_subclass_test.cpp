@@ -1,5 +1,5 @@
-// Subclassing: who sees a message and whose result counts, with one receiver or several; the
-// names of the window properties; and the errors, in the order of the checks.
+// Subclassing: who sees a message and whose result counts, with one receiver or several, and the
+// errors, in the order of the checks.
 
 #include "winsupport/m_subclass.h"
 
@@ -120,7 +120,7 @@ TEST_F(Subclassing, DetachingTheMiddleReceiverKeepsTheOthersInOrder) {
     MSubclass::DetachReceiver(*c, window_, kOne);
 }
 
-TEST_F(Subclassing, TheProcedureComesBackWithTheLastDetachAndOnlyCountsAreLeft) {
+TEST_F(Subclassing, TheProcedureComesBackWithTheLastDetach) {
     const std::intptr_t original = CurrentProcedure();
     auto a = MakeProbe("A", CallOriginalAfter, 1);
     MSubclass::AttachReceiver(*a, window_, kOne);
@@ -133,12 +133,6 @@ TEST_F(Subclassing, TheProcedureComesBackWithTheLastDetachAndOnlyCountsAreLeft) 
     EXPECT_EQ(CurrentProcedure(), reinterpret_cast<std::intptr_t>(&MSubclass::SubclassWindowProc));
     MSubclass::DetachReceiver(*a, window_, kTwo);
     EXPECT_EQ(CurrentProcedure(), original);
-    for (const Text& gone : {MSubclass::AttachCountName(window_), MSubclass::HandleText(window_),
-                             MSubclass::ReceiverName(window_, kOne, 1)}) {
-        EXPECT_EQ(os_.GetPropW(window_, gone), nullptr);
-    }
-    EXPECT_EQ(os_.GetPropW(window_, MSubclass::ReceiverCountName(window_, kOne)), nullptr)
-        << "a count of 0 reads as no property";
     g_seen.clear();
     EXPECT_EQ(Send(kOne), kOriginalResult);
     EXPECT_EQ(g_seen, Seen{"original 1"});
@@ -193,25 +187,6 @@ TEST_F(Subclassing, AttachRefusesAGoneOrForeignWindowAFailedInstallAndADoubleAtt
     EXPECT_EQ(twice->description(), u"Message already handled by another class");
     MSubclass::DetachReceiver(*a, window_, kOne);
     MSubclass::DetachReceiver(*a, window_, kOne);
-}
-
-TEST(MSubclassNames, PropertiesAreNamedAfterTheHandlesLow32BitsAsSignedDecimal) {
-    sim::SimOs os;
-    ProcessContext context(os);
-    os.SetNextWindowHandle(920);
-    const Hwnd w = testing::MakeProbeWindow(os);
-    auto a = MakeProbe("A", CallOriginalAfter, 1);
-    MSubclass::AttachReceiver(*a, w, 786);
-    MSubclass::AttachReceiver(*a, w, 74);
-    EXPECT_EQ(PropNames(os, w), (std::vector<Text>{u"920", u"C920", u"920#786C", u"920#786#1",
-                                                   u"920#74C", u"920#74#1"}));
-    MSubclass::DetachReceiver(*a, w, 74);
-    MSubclass::DetachReceiver(*a, w, 786);
-    EXPECT_EQ(PropNames(os, w), (std::vector<Text>{u"920#786C", u"920#74C"}));
-
-    os.SetNextWindowHandle(static_cast<std::intptr_t>(0xFFFFFFFF80001234ull));
-    const Hwnd high = testing::MakeProbeWindow(os);
-    EXPECT_EQ(MSubclass::ReceiverName(high, 786, 2), u"-2147478988#786#2");
 }
 
 TEST(MSubclassGuard, AReceiversErrorIsReportedAndTheSystemGetsZero) {
