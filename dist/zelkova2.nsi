@@ -42,15 +42,20 @@ VIAddVersionKey "LegalCopyright" "The Zelkova2 developers"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; A running Zelkova2 ends first, with desktop 1 shown: the windows of other desktops would
-; otherwise stay out of reach.
+; A running Zelkova2 ends first, with desktop 1 shown: the user is not left on a desktop that
+; cannot be left. The windows still on desktops 2 to 4 stay out of reach until Zelkova2 runs
+; again; the control tool names them, and the user is told.
 !macro ShutDownZelkova un
 Function ${un}ShutDownZelkova
   ${If} ${FileExists} "$INSTDIR\zelkovactl.exe"
     nsExec::Exec '"$INSTDIR\zelkovactl.exe" switch 1'
     Pop $0
-    nsExec::Exec '"$INSTDIR\zelkovactl.exe" shutdown'
+    nsExec::ExecToStack '"$INSTDIR\zelkovactl.exe" shutdown'
     Pop $0
+    Pop $1
+    ${If} $1 != ""
+      MessageBox MB_OK|MB_ICONINFORMATION "$1" /SD IDOK
+    ${EndIf}
   ${EndIf}
 FunctionEnd
 !macroend

@@ -8,14 +8,12 @@
 namespace zk::companion {
 namespace {
 
-constexpr std::intptr_t kWsVisible = 0x10000000;
-
 // Shown by its program, as its style says: Wine hides every window of a desktop that is not
 // the input desktop, and this desktop may not be shown any more when the herald looks.
 bool ShowsWindows(Os& os) {
     const Hdesk own = os.GetThreadDesktop(os.GetCurrentThreadId());
     for (const Hwnd window : os.EnumDesktopWindows(own)) {
-        if ((os.GetWindowLongPtrW(window, GwlStyle) & kWsVisible) != 0) return true;
+        if ((os.GetWindowLongPtrW(window, GwlStyle) & WsVisible) != 0) return true;
     }
     return false;
 }

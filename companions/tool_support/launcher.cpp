@@ -14,17 +14,6 @@ namespace {
 constexpr std::uint32_t kPoll = 50;
 constexpr std::uint32_t kSettle = 1000;
 
-bool SameFileName(const Text& a, const Text& b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        auto fold = [](char16_t c) {
-            return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
-        };
-        if (fold(a[i]) != fold(b[i])) return false;
-    }
-    return true;
-}
-
 Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
                            std::uint32_t processId) {
     for (const Hwnd window : windows) {
@@ -40,8 +29,7 @@ Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
 std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os) {
     std::vector<std::uint32_t> ids;
     for (const ProcessEntry& entry : os.CreateToolhelp32Snapshot()) {
-        if (SameFileName(entry.exeFile, ProgramFileName(Program::Controller)))
-            ids.push_back(entry.processId);
+        if (IsProgramFile(entry.exeFile, Program::Controller)) ids.push_back(entry.processId);
     }
     return ids;
 }

@@ -12,6 +12,7 @@
 #include "programs/programs.h"
 #include "shared/companion_settings.h"
 #include "shared/signals.h"
+#include "shared/user_windows.h"
 #include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "tool_support/autostart.h"
@@ -55,7 +56,8 @@ const std::vector<Ctl::Command>& Ctl::Commands() {
     static const std::vector<Command> commands = {
         {"switch", "N", "show desktop N (1 to {desktops})", kRunning, 1, 1, &Ctl::Switch},
         {"reload", "", "read the hotkey settings again", kRunning, 0, 0, &Ctl::Reload},
-        {"shutdown", "", "end Zelkova2", kRunning, 0, 0, &Ctl::Shutdown},
+        {"shutdown", "", "end Zelkova2 (and name the windows left out of reach)", kRunning, 0, 0,
+         &Ctl::Shutdown},
         {"start", "[--wait]", "show desktop 1, then start Zelkova2 (--wait: until it ends)",
          kRunning, 0, 1, &Ctl::Start},
         {"restart", "", "end Zelkova2 and start it again from desktop 1", kRunning, 0, 0,
@@ -198,7 +200,23 @@ int Ctl::Reload(const Args&) {
 
 // Done when a controller process has ended, and its companions with it (so that its files can
 // be replaced or removed right after).
+// Windows cannot move a window to another desktop: what the user left on desktops 2 and on stays
+// out of reach until Zelkova2 runs again, and the shutdown says so.
 int Ctl::Shutdown(const Args&) {
+    std::string left;
+    for (int desk = 2; desk <= kDesktopCount; ++desk) {
+        std::string titles;
+        for (const auto& window : companion::UserWindowsOn(os_, desk))
+            titles += (titles.empty() ? "" : ", ") + AsciiText(window.title);
+        if (!titles.empty()) left += "\n  desktop " + std::to_string(desk) + ": " + titles;
+    }
+    const int status = EndZelkova();
+    if (status == kExitOk && !left.empty())
+        out_ << "Until Zelkova2 runs again, these windows stay out of reach:" << left << "\n";
+    return status;
+}
+
+int Ctl::EndZelkova() {
     std::vector<UniqueKernelHandle> processes;
     std::vector<Handle> handles;
     std::vector<UniqueKernelHandle> companions;
@@ -257,7 +275,7 @@ int Ctl::Start(const Args& args) {
 
 int Ctl::Restart(const Args&) {
     if (Running()) {
-        if (const int status = Shutdown({})) return status;
+        if (const int status = EndZelkova()) return status;
     }
     return Start({});
 }

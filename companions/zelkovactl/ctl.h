@@ -40,6 +40,8 @@ class Ctl {
     static std::string Help();
 
     int Usage(const std::string& problem);
+    // Ends the running Zelkova2 and waits until it and its companions have ended.
+    int EndZelkova();
     int Signal(std::int16_t index);
     // The commands' handlers; each gets the arguments after the command's name.
     int Switch(const Args& args);

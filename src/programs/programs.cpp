@@ -1,5 +1,6 @@
 #include "programs/programs.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/module_path.h"
@@ -22,6 +23,15 @@ const char16_t* ProgramFileName(Program program) {
 
 Text ProgramPath(KernelApi& os, Program program) {
     return ExecutableFolder(os) + u"\\" + ProgramFileName(program);
+}
+
+bool IsProgramFile(const Text& fileName, Program program) {
+    const auto fold = [](char16_t c) {
+        return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
+    };
+    const std::u16string_view ours = ProgramFileName(program);
+    return std::equal(fileName.begin(), fileName.end(), ours.begin(), ours.end(),
+                      [&](char16_t a, char16_t b) { return fold(a) == fold(b); });
 }
 
 }  // namespace zk

@@ -12,5 +12,8 @@ enum class Program { Controller, Pilot, Herald, Reporter, Settings };
 [[nodiscard]] const char16_t* ProgramFileName(Program program);
 // The full path beside the running program: its folder, a backslash and the file name.
 [[nodiscard]] Text ProgramPath(KernelApi& os, Program program);
+// Whether a process's file name ("zelkova2.EXE") is the program's, as Windows compares file
+// names: without regard to case.
+[[nodiscard]] bool IsProgramFile(const Text& fileName, Program program);
 
 }  // namespace zk

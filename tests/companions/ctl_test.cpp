@@ -80,7 +80,18 @@ TEST_F(CtlTest, CommandsSignalTheControllerAndWaitForTheirEffect) {
     EXPECT_EQ(os_.InputDesktopName(), u"desk3");
     EXPECT_EQ(Run({"switch", "1"}), kExitOk) << err_.Text();
     EXPECT_EQ(Run({"reload"}), kExitOk) << err_.Text();
+    // What the user left on desktop 3 stays there: the shutdown names it, not Zelkova2's own
+    // windows, hidden ones or ones without a title.
+    const std::uint32_t notepad = os_.AddOtherProcess(u"notepad.exe");
+    const std::uint32_t herald = os_.AddOtherProcess(u"DESKHERALD.EXE");
+    for (const auto& [title, process, style] :
+         {std::tuple{u"Untitled - Notepad", notepad, WsVisible}, std::tuple{u"hidden", notepad, 0u},
+          std::tuple{u"", notepad, WsVisible}, std::tuple{u"Zelkova2 banner", herald, WsVisible}})
+        (void)os_.CreateWindowInOtherProcess(title, nullptr, process, Text(u"desk3"), style);
     EXPECT_EQ(Run({"shutdown"}), kExitOk) << err_.Text();
+    EXPECT_EQ(out_.Text(),
+              "Until Zelkova2 runs again, these windows stay out of reach:\n"
+              "  desktop 3: Untitled - Notepad\n");
     EXPECT_EQ(commands_,
               (std::vector<std::string>{kPrefix + "SwitchToDesktop3", kPrefix + "SwitchToDesktop1",
                                         "ReadReg", "Shutdown"}));

@@ -175,6 +175,7 @@ std::intptr_t SimWindows::GetWindowLongPtrW(Hwnd window, int index) {
     if (index == GwlpWndProc) return reinterpret_cast<std::intptr_t>(w->procedure);
     if (index == GwlpUserData) return w->userData;
     if (index == GwlStyle) return static_cast<std::intptr_t>(w->style);
+    if (index == GwlExStyle) return static_cast<std::intptr_t>(w->exStyle);
     session_.last = kErrorInvalidIndex;
     return 0;
 }
@@ -358,7 +359,8 @@ Hwnd SimWindows::FindWindowByCaption(const Text& caption) const {
 }
 
 Hwnd SimWindows::CreateWindowInOtherProcess(const Text& caption, WndProc procedure,
-                                            std::uint32_t processId, std::optional<Text> desktop) {
+                                            std::uint32_t processId, std::optional<Text> desktop,
+                                            std::uint32_t style) {
     const Hwnd hwnd = HandleFrom<Hwnd>(nextWindow_);
     nextWindow_ += 0x10;
     SimWindow w;
@@ -366,6 +368,7 @@ Hwnd SimWindows::CreateWindowInOtherProcess(const Text& caption, WndProc procedu
     w.procedure = procedure;
     w.processId = processId;
     w.desktop = desktop ? session_.DesktopByName(*desktop) : session_.inputDesktop;
+    w.style = style;
     windows_[HandleValue(hwnd)] = std::move(w);
     return hwnd;
 }
