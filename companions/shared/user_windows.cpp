@@ -10,6 +10,13 @@
 namespace zk::companion {
 namespace {
 
+// The shell's own windows: the taskbar, the desktop behind the windows, and Wine's tray.
+bool OfTheShell(const Text& className) {
+    constexpr std::array<std::u16string_view, 4> kShell = {
+        u"Shell_TrayWnd", u"Shell_SecondaryTrayWnd", u"Progman", u"WorkerW"};
+    return std::find(kShell.begin(), kShell.end(), className) != kShell.end();
+}
+
 bool OneOfOurs(const Text& program) {
     constexpr std::array kOurs = {Program::Controller, Program::Pilot, Program::Herald,
                                   Program::Reporter, Program::Settings};
@@ -27,7 +34,8 @@ std::vector<UserWindow> UserWindowsOn(Os& os, int desk) {
     std::vector<UserWindow> windows;
     for (const Hwnd window : os.EnumDesktopWindows(desktop.get())) {
         if ((os.GetWindowLongPtrW(window, GwlStyle) & WsVisible) == 0 ||
-            (os.GetWindowLongPtrW(window, GwlExStyle) & WsExToolWindow) != 0) {
+            (os.GetWindowLongPtrW(window, GwlExStyle) & WsExToolWindow) != 0 ||
+            OfTheShell(os.GetClassNameW(window))) {
             continue;
         }
         UserWindow user{window, os.GetWindowTextW(window), 0, {}};

@@ -1,7 +1,7 @@
 #pragma once
 // The windows a user has on a desktop: shown top-level windows with a title that are not tool
-// windows and not windows of Zelkova2's own programs. Windows cannot move a window to another
-// desktop: these stay where they are when Zelkova2 ends.
+// windows, not the shell's own (its taskbar, its desktop) and not Zelkova2's. Windows cannot move a
+// window to another desktop: these stay where they are when Zelkova2 ends.
 
 #include <vector>
 

@@ -81,13 +81,16 @@ TEST_F(CtlTest, CommandsSignalTheControllerAndWaitForTheirEffect) {
     EXPECT_EQ(Run({"switch", "1"}), kExitOk) << err_.Text();
     EXPECT_EQ(Run({"reload"}), kExitOk) << err_.Text();
     // What the user left on desktop 3 stays there: the shutdown names it, not Zelkova2's own
-    // windows, hidden ones or ones without a title.
+    // windows, the shell's, hidden ones or ones without a title.
     const std::uint32_t notepad = os_.AddOtherProcess(u"notepad.exe");
     const std::uint32_t herald = os_.AddOtherProcess(u"DESKHERALD.EXE");
-    for (const auto& [title, process, style] :
-         {std::tuple{u"Untitled - Notepad", notepad, WsVisible}, std::tuple{u"hidden", notepad, 0u},
-          std::tuple{u"", notepad, WsVisible}, std::tuple{u"Zelkova2 banner", herald, WsVisible}})
-        (void)os_.CreateWindowInOtherProcess(title, nullptr, process, Text(u"desk3"), style);
+    for (const auto& [title, process, style, kind] :
+         {std::tuple{u"Untitled - Notepad", notepad, WsVisible, u"Notepad"},
+          std::tuple{u"hidden", notepad, 0u, u"Notepad"}, std::tuple{u"", notepad, WsVisible, u"X"},
+          std::tuple{u"Zelkova2 banner", herald, WsVisible, u"Zelkova2Banner"},
+          std::tuple{u"Wine System Tray", notepad, WsVisible, u"Shell_TrayWnd"}}) {
+        (void)os_.CreateWindowInOtherProcess(title, nullptr, process, Text(u"desk3"), style, kind);
+    }
     EXPECT_EQ(Run({"shutdown"}), kExitOk) << err_.Text();
     EXPECT_EQ(out_.Text(),
               "Until Zelkova2 runs again, these windows stay out of reach:\n"

@@ -20,6 +20,7 @@ class WindowApi : public virtual SystemApi {
     [[nodiscard]] virtual std::uint32_t GetWindowThreadProcessId(Hwnd window,
                                                                  std::uint32_t* processId) = 0;
     [[nodiscard]] virtual Text GetWindowTextW(Hwnd window) = 0;
+    [[nodiscard]] virtual Text GetClassNameW(Hwnd window) = 0;
     virtual std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) = 0;
     [[nodiscard]] virtual std::intptr_t GetWindowLongPtrW(Hwnd window, int index) = 0;
     virtual Lresult CallWindowProcW(WndProc previous, Hwnd window, std::uint32_t message,

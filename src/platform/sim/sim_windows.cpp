@@ -144,6 +144,11 @@ Text SimWindows::GetWindowTextW(Hwnd window) {
     return Find(window)->caption;
 }
 
+Text SimWindows::GetClassNameW(Hwnd window) {
+    if (session_.Enter("GetClassNameW", Hex(window)) || Missing(window)) return {};
+    return Find(window)->className;
+}
+
 std::intptr_t SimWindows::SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) {
     if (session_.Enter("SetWindowLongPtrW",
                        Hex(window) + " " + std::to_string(index) + " " + Hex(value)) ||
@@ -274,6 +279,7 @@ Hwnd SimWindows::CreateWindowExW(std::uint32_t exStyle, const Text& className,
     w.desktop = session_.threadDesktop;
     w.exStyle = exStyle;
     w.style = style;
+    w.className = className;
     windows_[HandleValue(hwnd)] = std::move(w);
     if (Deliver(hwnd, WmCreate, 0, 0) == -1) {
         windows_.erase(HandleValue(hwnd));
@@ -360,7 +366,7 @@ Hwnd SimWindows::FindWindowByCaption(const Text& caption) const {
 
 Hwnd SimWindows::CreateWindowInOtherProcess(const Text& caption, WndProc procedure,
                                             std::uint32_t processId, std::optional<Text> desktop,
-                                            std::uint32_t style) {
+                                            std::uint32_t style, const Text& className) {
     const Hwnd hwnd = HandleFrom<Hwnd>(nextWindow_);
     nextWindow_ += 0x10;
     SimWindow w;
@@ -369,6 +375,7 @@ Hwnd SimWindows::CreateWindowInOtherProcess(const Text& caption, WndProc procedu
     w.processId = processId;
     w.desktop = desktop ? session_.DesktopByName(*desktop) : session_.inputDesktop;
     w.style = style;
+    w.className = className;
     windows_[HandleValue(hwnd)] = std::move(w);
     return hwnd;
 }

@@ -38,6 +38,7 @@ class SimWindows : public virtual WindowApi {
     bool AllowSetForegroundWindow(std::uint32_t processId) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     Text GetWindowTextW(Hwnd window) override;
+    Text GetClassNameW(Hwnd window) override;
     std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) override;
     std::intptr_t GetWindowLongPtrW(Hwnd window, int index) override;
     Lresult CallWindowProcW(WndProc previous, Hwnd window, std::uint32_t message, Wparam wParam,
@@ -73,7 +74,7 @@ class SimWindows : public virtual WindowApi {
     Hwnd CreateWindowInOtherProcess(const Text& caption = {}, WndProc procedure = nullptr,
                                     std::uint32_t processId = kOtherProcessId,
                                     std::optional<Text> desktop = std::nullopt,
-                                    std::uint32_t style = 0);
+                                    std::uint32_t style = 0, const Text& className = {});
     void SetNextWindowHandle(std::intptr_t value) { nextWindow_ = value; }
     std::vector<std::pair<Text, Handle>> WindowProps(Hwnd window) const;
     Handle WindowIcon(Hwnd window, bool big) const;

@@ -46,6 +46,11 @@ Text Win32Windows::GetWindowTextW(Hwnd window) {
     const int n = Keep(::GetWindowTextW(window, text, 256));
     return Text(reinterpret_cast<const char16_t*>(text), static_cast<std::size_t>(n > 0 ? n : 0));
 }
+Text Win32Windows::GetClassNameW(Hwnd window) {
+    wchar_t name[256] = {};
+    const int n = Keep(::GetClassNameW(window, name, 256));
+    return Text(reinterpret_cast<const char16_t*>(name), static_cast<std::size_t>(n > 0 ? n : 0));
+}
 std::intptr_t Win32Windows::SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) {
     ::SetLastError(0);  // a previous value of 0 is only a failure when the last error says so
     return Keep(::SetWindowLongPtrW(window, index, value));

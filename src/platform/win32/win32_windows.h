@@ -14,6 +14,7 @@ class Win32Windows : public virtual WindowApi {
     bool AllowSetForegroundWindow(std::uint32_t processId) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     Text GetWindowTextW(Hwnd window) override;
+    Text GetClassNameW(Hwnd window) override;
     std::intptr_t SetWindowLongPtrW(Hwnd window, int index, std::intptr_t value) override;
     std::intptr_t GetWindowLongPtrW(Hwnd window, int index) override;
     Lresult CallWindowProcW(WndProc previous, Hwnd window, std::uint32_t message, Wparam wParam,
