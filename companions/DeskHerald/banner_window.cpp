@@ -15,7 +15,8 @@ constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242);
 
 }  // namespace
 
-BannerWindow::BannerWindow(int desk) : desk_(desk) {
+BannerWindow::BannerWindow(int desk, std::function<bool()> desktopShown)
+    : desk_(desk), desktopShown_(std::move(desktopShown)) {
     CreateWindowOf(kBannerClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE,
                    L"Zelkova2 banner", WS_POPUP, RECT{0, 0, 1, 1});
 }
@@ -35,11 +36,15 @@ void BannerWindow::Show(const Text& name) {
                    SWP_NOACTIVATE | SWP_SHOWWINDOW);
     ::InvalidateRect(Window(), nullptr, FALSE);
     ::SetTimer(Window(), kHideTimer, kShownFor, nullptr);
+    shownOnInput_ = desktopShown_();
 }
 
 LRESULT BannerWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_TIMER:
+            // Where desktops switch, a window hidden on a desktop that is not shown takes the
+            // input there under Wine 10: the banner waits until its desktop is shown again.
+            if (shownOnInput_ && !desktopShown_()) return 0;
             ::KillTimer(Window(), kHideTimer);
             ::ShowWindow(Window(), SW_HIDE);
             return 0;

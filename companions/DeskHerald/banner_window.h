@@ -2,6 +2,8 @@
 // The banner that names a desktop for a second when it is shown. It never takes the focus and
 // goes away by itself.
 
+#include <functional>
+
 #include "support/text.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
@@ -12,7 +14,8 @@ inline constexpr wchar_t kBannerClass[] = L"Zelkova2Banner";
 
 class BannerWindow final : public WindowBase<BannerWindow> {
   public:
-    explicit BannerWindow(int desk);
+    // `desktopShown` says whether the banner's desktop is the one shown now.
+    BannerWindow(int desk, std::function<bool()> desktopShown);
     void Show(const Text& name);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -20,6 +23,8 @@ class BannerWindow final : public WindowBase<BannerWindow> {
     void Paint();
 
     int desk_;
+    std::function<bool()> desktopShown_;
+    bool shownOnInput_ = false;
     Text text_;
     UniqueFont font_;
 };

@@ -50,6 +50,9 @@ class Herald {
     [[nodiscard]] int Desk() const { return desk_; }
     [[nodiscard]] WaitSet& Set() { return set_; }
 
+    // Whether this desktop is the one the system shows now.
+    [[nodiscard]] bool DesktopShown() { return ownDesktop_.Shown(); }
+
   private:
     void NoteMissingPrograms();
     [[nodiscard]] bool StillShown();

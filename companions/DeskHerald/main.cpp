@@ -21,8 +21,13 @@ namespace {
 
 class HeraldShell final : public Herald::Shell {
   public:
-    explicit HeraldShell(int desk) : banner_(desk), tray_(desk) {}
-    void Attach(Herald& herald) { tray_.Attach(herald); }
+    explicit HeraldShell(int desk)
+        : banner_(desk, [this] { return herald_ == nullptr || herald_->DesktopShown(); }),
+          tray_(desk) {}
+    void Attach(Herald& herald) {
+        herald_ = &herald;
+        tray_.Attach(herald);
+    }
     void ShowBanner(const Text& name) override { banner_.Show(name); }
     void TrayChanged() override { tray_.Update(); }
     std::optional<bool> Ask(const Text& question) override {
@@ -37,6 +42,7 @@ class HeraldShell final : public Herald::Shell {
     }
 
   private:
+    Herald* herald_ = nullptr;
     BannerWindow banner_;
     TrayIcon tray_;
 };

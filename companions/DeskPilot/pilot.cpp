@@ -139,14 +139,16 @@ void Pilot::NoteShown() {
     state_.RecordSwitch(desk_);
 }
 
+// The preview goes first: hidden on a desktop that is no longer shown, it would take the input
+// back there under Wine 10.
 void Pilot::RequestSwitch(int target) {
+    shell_.HidePreview();
     const auto command = SwitchCommand(static_cast<std::int16_t>(target));
     if (direct_ && direct_->Send(command)) {
         NoteSwitch(signals_, state_, target);  // what the bridge does after the commands it sends
     } else {
         (void)signals_.Raise(command);
     }
-    shell_.HidePreview();
 }
 
 // The picture is taken before the preview opens, and none while it is open: the preview never

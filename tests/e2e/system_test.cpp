@@ -88,16 +88,20 @@ RunResult SystemTest::Ctl(const std::wstring& arguments, const wchar_t* desktop)
            << std::string(input.begin(), input.end());
 }
 
-::testing::AssertionResult SystemTest::Arrive(int desk) {
-    if (!Type(1, {VK_CONTROL, VK_MENU, kNumPad[desk]})) {
-        return ::testing::AssertionFailure() << "the key could not be typed on Default";
-    }
+::testing::AssertionResult SystemTest::Greeted(int desk) {
     if (auto shown = Shown(desk); !shown) return shown;
     if (DesktopsSwitch() &&
         !Within(5000, [&] { return WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); })) {
         return ::testing::AssertionFailure() << "no banner on desktop " << desk;
     }
     return ::testing::AssertionSuccess();
+}
+
+::testing::AssertionResult SystemTest::Arrive(int desk) {
+    if (!Type(1, {VK_CONTROL, VK_MENU, kNumPad[desk]})) {
+        return ::testing::AssertionFailure() << "the key could not be typed on Default";
+    }
+    return Greeted(desk);
 }
 
 bool SystemTest::Type(int desk, std::initializer_list<WORD> keys) {

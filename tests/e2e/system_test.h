@@ -37,9 +37,11 @@ class SystemTest : public ::testing::Test {
     // Desktop N is shown: the input desktop under Wine 10; its herald's banner under Wine 8.
     ::testing::AssertionResult Shown(int desk);
     static bool Type(int desk, std::initializer_list<WORD> keys);
-    // Types desktop N's hotkey on Default and waits as a user does: until N is shown and its
-    // banner has greeted the user (under Wine 10 a window shown on a desktop just left takes the
-    // input back there).
+    // Desktop N is shown and, where desktops switch, its banner has greeted the user: what a user
+    // waits for before the next key (under Wine 10 a window shown on a desktop just left takes
+    // the input back there).
+    ::testing::AssertionResult Greeted(int desk);
+    // Types desktop N's hotkey on Default and waits until it is greeted.
     ::testing::AssertionResult Arrive(int desk);
 };
 

@@ -44,14 +44,14 @@ TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndEveryHotKeyWorksOnE
     for (int from = 1; from <= 4; ++from) {
         if (from > 1) {
             ASSERT_TRUE(Type(from - 1, {VK_CONTROL, VK_MENU, kNumPad[from]}));
-            ASSERT_TRUE(Shown(from));
+            ASSERT_TRUE(Greeted(from));
         }
         for (int to = 1; to <= 4; ++to) {
             if (to == from) continue;
             ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, kNumPad[to]})) << from << " to " << to;
-            ASSERT_TRUE(Shown(to)) << "Ctrl+Alt+NumPad " << to << " typed on desktop " << from;
+            ASSERT_TRUE(Greeted(to)) << "Ctrl+Alt+NumPad " << to << " typed on desktop " << from;
             ASSERT_TRUE(Type(to, {VK_CONTROL, VK_MENU, VK_BACK}));
-            ASSERT_TRUE(Shown(from)) << "Ctrl+Alt+Backspace typed on desktop " << to;
+            ASSERT_TRUE(Greeted(from)) << "Ctrl+Alt+Backspace typed on desktop " << to;
         }
     }
 }
