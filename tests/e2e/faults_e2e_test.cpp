@@ -63,6 +63,12 @@ TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
                            }))
             << "slot " << slot;
     }
+    // Under Wine 10 the tray icon of the herald started again on desktop 3 takes the input there
+    // when it appears (Windows puts it on that desktop's taskbar and leaves the input where it
+    // is); the user goes back to desktop 1, as the test does once the icon is up.
+    ASSERT_TRUE(Within(5000, [] { return support::WindowOn(L"desk3", L"Zelkova2Tray", false); }));
+    ::Sleep(500);
+    e2e::ShowDefault();
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, e2e::kNumPad[2]}));
     ASSERT_TRUE(Shown(2));
     ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, e2e::kNumPad[1]}));
