@@ -6,8 +6,6 @@
 
 namespace zk::companion {
 
-inline constexpr char16_t kNothingLogged[] = u"Nothing has been logged.";
-
 struct ReporterView {
     Text text;     // for the reporter's text box, lines ending in CR LF
     Text logPath;  // what "Open log file" opens

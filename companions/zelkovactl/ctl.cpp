@@ -376,9 +376,14 @@ int Ctl::Log(const Args& args) {
         return Usage("wrong arguments for 'log'");
     }
     const LogFile log = ReadLog(os_);
+    if (const auto notice = LogUnwritableNotice(os_, log.path)) {
+        std::string lines = AsciiText(*notice);
+        std::erase(lines, '\r');
+        out_ << lines;
+    }
     const auto entries = log.bytes ? LogEntries(*log.bytes) : std::vector<std::string>{};
     if (entries.empty()) {
-        out_ << "Nothing has been logged.\n";
+        out_ << AsciiText(kNothingLogged) << "\n";
         return kExitOk;
     }
     const std::size_t first = entries.size() > static_cast<std::size_t>(tail)

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "diagnostics/err_log.h"
+#include "diagnostics/win_api_error.h"
 #include "platform/handles.h"
 #include "support/text.h"
 
@@ -48,6 +49,16 @@ std::vector<std::string> LogEntries(std::string_view bytes) {
         }
     }
     return entries;
+}
+
+std::optional<Text> LogUnwritableNotice(Os& os, const Text& path) {
+    const auto error = LogWriteError(os, path);
+    if (!error) return std::nullopt;
+    Text reason = ApiErrorText(os, *error);
+    while (!reason.empty() && (reason.back() == u'\r' || reason.back() == u'\n'))
+        reason.pop_back();
+    return u"Zelkova2 cannot write its error log " + path + u": " + reason +
+           u"\r\nWhat failed is not recorded until the folder can be written.\r\n";
 }
 
 std::optional<std::uint32_t> LogWriteError(Os& os, const Text& path) {

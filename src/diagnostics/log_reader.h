@@ -24,5 +24,10 @@ struct LogFile {
 [[nodiscard]] std::vector<std::string> LogEntries(std::string_view bytes);
 // Whether the log can be written: the same open the controller makes, and why not.
 [[nodiscard]] std::optional<std::uint32_t> LogWriteError(Os& os, const Text& path);
+// What the readers show when the log holds no entry.
+inline constexpr char16_t kNothingLogged[] = u"Nothing has been logged.";
+// What the readers tell the user when the log cannot be written (two lines, each ending in
+// CR LF); nothing when it can.
+[[nodiscard]] std::optional<Text> LogUnwritableNotice(Os& os, const Text& path);
 
 }  // namespace zk

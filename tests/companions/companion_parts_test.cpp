@@ -6,6 +6,7 @@
 #include "DeskPilot/thumbnail_store.h"
 #include "ZelkovaError/reporter_view.h"
 #include "companions/companion_session.h"
+#include "diagnostics/log_reader.h"
 #include "resident/companion_args.h"
 #include "resident/controller_link.h"
 #include "signals/shared_state.h"

@@ -193,6 +193,14 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
     EXPECT_EQ(Run({"log"}), kExitOk);
     EXPECT_EQ(std::count(out_.Text().begin(), out_.Text().end(), '\n'), 4);
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
+    os_.MakeUnwritable(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt");
+    EXPECT_EQ(Run({"log", "--tail", "1"}), kExitOk);
+    EXPECT_EQ(out_.Text(),
+              "Zelkova2 cannot write its error log C:\\Users\\user1\\AppData\\Local\\"
+              "ZelkovaErrors.txt: Access is denied.\n"
+              "What failed is not recorded until the folder can be written.\n"
+              "1/2/2026 1:00:02 PM Zelkova: three\n")
+        << "what the reporter says";
 }
 
 TEST_F(CtlTest, AutostartWritesAndRemovesTheRunValue) {
