@@ -29,7 +29,7 @@ constexpr std::uint32_t kAnswerWithin = 30000;
 
 // One line of a system text, without the line end that most of them carry.
 std::string Line(const Text& text) {
-    std::string line = AsciiText(text);
+    std::string line = Utf8Text(text);
     while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
         line.pop_back();
     return line + "\n";
@@ -139,7 +139,7 @@ bool Ctl::Running() {
 
 std::string Ctl::InputDesktop() {
     UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
-    return input ? AsciiText(os_.GetUserObjectInformationW(input.get())) : std::string();
+    return input ? Utf8Text(os_.GetUserObjectInformationW(input.get())) : std::string();
 }
 
 // The controller block's events reach Zelkova2 from every desktop, through its bridge.
@@ -167,7 +167,7 @@ int Ctl::Switch(const Args& args) {
         return Usage("switch: the desktop is a number from 1 to " + std::to_string(kDesktopCount) +
                      ", not '" + desktop + "'");
     }
-    const std::string target = AsciiText(kDesktopNames[*n - 1]);
+    const std::string target = Utf8Text(kDesktopNames[*n - 1]);
     if (const int status = Signal(SwitchCommand(static_cast<std::int16_t>(*n)))) return status;
     for (std::uint32_t waited = 0; waited < kEffectWithin; waited += kPoll) {
         if (InputDesktop() == target) return kExitOk;
@@ -207,7 +207,7 @@ int Ctl::Shutdown(const Args&) {
     for (int desk = 2; desk <= kDesktopCount; ++desk) {
         std::string titles;
         for (const auto& window : companion::UserWindowsOn(os_, desk))
-            titles += (titles.empty() ? "" : ", ") + AsciiText(window.title);
+            titles += (titles.empty() ? "" : ", ") + Utf8Text(window.title);
         if (!titles.empty()) left += "\n  desktop " + std::to_string(desk) + ": " + titles;
     }
     const int status = EndZelkova();
@@ -263,7 +263,7 @@ int Ctl::Start(const Args& args) {
     if (launch.missing != 0) {
         const bool pilot = (launch.missing & kPilotMissing) != 0;
         err_ << "zelkovactl: Zelkova2 runs without all of its companions: "
-             << AsciiText(ProgramFileName(pilot ? Program::Pilot : Program::Herald))
+             << Utf8Text(ProgramFileName(pilot ? Program::Pilot : Program::Herald))
              << " is missing beside Zelkova2.exe. See 'zelkovactl log'.\n";
         return kExitNoEffect;
     }
@@ -353,11 +353,11 @@ int Ctl::Status(const Args&) {
     if (!input.empty()) out_ << "Input desktop: " << input << "\n";
     std::string list;
     for (const Text& name : os_.EnumDesktopsW()) {
-        std::string entry = AsciiText(name);
+        std::string entry = Utf8Text(name);
         for (int desk = 1; desk <= kDesktopCount; ++desk) {
             if (name == kDesktopNames[desk - 1]) {
                 entry += " (" + std::to_string(desk) + ": " +
-                         AsciiText(companion::DesktopName(registry_, desk)) + ")";
+                         Utf8Text(companion::DesktopName(registry_, desk)) + ")";
             }
         }
         list += (list.empty() ? "" : ", ") + entry;
@@ -377,20 +377,20 @@ int Ctl::Log(const Args& args) {
     }
     const LogFile log = ReadLog(os_);
     if (const auto notice = LogUnwritableNotice(os_, log.path)) {
-        std::string lines = AsciiText(*notice);
+        std::string lines = Utf8Text(*notice);
         std::erase(lines, '\r');
         out_ << lines;
     }
     const auto entries = log.bytes ? LogEntries(*log.bytes) : std::vector<std::string>{};
     if (entries.empty()) {
-        out_ << AsciiText(kNothingLogged) << "\n";
+        out_ << Utf8Text(kNothingLogged) << "\n";
         return kExitOk;
     }
     const std::size_t first = entries.size() > static_cast<std::size_t>(tail)
                                   ? entries.size() - static_cast<std::size_t>(tail)
                                   : 0;
     for (std::size_t i = first; i < entries.size(); ++i)
-        out_ << entries[i] << "\n";
+        out_ << Utf8Text(os_.MultiByteToWideChar(entries[i])) << "\n";  // the log is ANSI
     return kExitOk;
 }
 
@@ -404,7 +404,7 @@ int Ctl::Autostart(const Args& args) {
         return kExitFailed;
     }
     if (on) {
-        out_ << "Zelkova2 starts when you log on: " << AsciiText(companion::AutostartCommand(os_))
+        out_ << "Zelkova2 starts when you log on: " << Utf8Text(companion::AutostartCommand(os_))
              << "\n";
     } else {
         out_ << "Zelkova2 does not start when you log on.\n";

@@ -14,5 +14,7 @@ using Ansi = std::string;
 [[nodiscard]] Text DecimalText(std::int64_t value);
 // Text for a narrow message: characters outside ASCII become '?'.
 [[nodiscard]] std::string AsciiText(const Text& text);
+// The text in UTF-8 (an unpaired surrogate becomes U+FFFD).
+[[nodiscard]] std::string Utf8Text(const Text& text);
 
 }  // namespace zk

@@ -170,11 +170,12 @@ TEST_F(CtlTest, StatusSaysWhetherItRunsAndWhichDesktopsThereAre) {
         "Zelkova2 is not running\nInput desktop: Default\nDesktops: Default (1: Desktop 1)\n");
     StartZelkova();
     os_.CreateDesktopInOtherProcess(u"desk2");
-    os_.registry().SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"Mail");
+    os_.registry().SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"B\u00FCro \U0001F4BC");
     EXPECT_EQ(Run({"status"}), kExitOk);
     EXPECT_EQ(out_.Text(),
               "Zelkova2 is running\nInput desktop: Default\n"
-              "Desktops: Default (1: Desktop 1), desk2 (2: Mail)\n");
+              "Desktops: Default (1: Desktop 1), desk2 (2: B\xC3\xBCro \xF0\x9F\x92\xBC)\n")
+        << "what it was given, in UTF-8";
 }
 
 TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
@@ -184,12 +185,12 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
     const std::string lines =
         "1/2/2026 1:00:00 PM Zelkova: one\r\n"
         "1/2/2026 1:00:01 PM Zelkova: two (Access is denied.\r\n)\r\n"
-        "1/2/2026 1:00:02 PM Zelkova: three\r\n";
+        "1/2/2026 1:00:02 PM Zelkova: caf\xE9\r\n";  // the log is ANSI
     os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt", lines);
     EXPECT_EQ(Run({"log", "--tail", "2"}), kExitOk);
     EXPECT_EQ(out_.Text(),
               "1/2/2026 1:00:01 PM Zelkova: two (Access is denied.\r\n)\n"
-              "1/2/2026 1:00:02 PM Zelkova: three\n");
+              "1/2/2026 1:00:02 PM Zelkova: caf\xC3\xA9\n");
     EXPECT_EQ(Run({"log"}), kExitOk);
     EXPECT_EQ(std::count(out_.Text().begin(), out_.Text().end(), '\n'), 4);
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
@@ -199,7 +200,7 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
               "Zelkova2 cannot write its error log C:\\Users\\user1\\AppData\\Local\\"
               "ZelkovaErrors.txt: Access is denied.\n"
               "What failed is not recorded until the folder can be written.\n"
-              "1/2/2026 1:00:02 PM Zelkova: three\n")
+              "1/2/2026 1:00:02 PM Zelkova: caf\xC3\xA9\n")
         << "what the reporter says";
 }
 
