@@ -49,6 +49,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
 
     hotkeys_.LoadHotKeys();
     hotkeys_.RegisterHotKeys();  // a combination the controller holds is left to it, silently
+    ReportRefusedHotKeys();
     (void)os.SetTimer(window_, kCaptureSoon, kMoment);
     (void)os.SetTimer(window_, kCaptureAgain, kHalfMinute);
     AnnounceSelf(os, state_, signals_, PilotSlot(desk));
@@ -67,6 +68,21 @@ void Pilot::NoteMissingHerald() {
     log.LogError(LogMessage(ProgramFileName(Program::Herald) +
                             (u" is missing from " + ExecutableFolder(os_)) +
                             u": Zelkova2 cannot switch desktops."));
+    log.StartErrorReporter();
+}
+
+// Where the system lets a desktop's switcher hold hotkeys (some of its registrations succeed), one
+// that is refused is held by another program on this desktop, and is logged as the controller
+// logs its own. Where none succeeds, the controller holds them for the whole session.
+void Pilot::ReportRefusedHotKeys() {
+    std::vector<int> refused;
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        if (fields_.HotKeyOk[id] == 0) refused.push_back(id);
+    }
+    if (refused.empty() || static_cast<int>(refused.size()) == kHotKeyCount) return;
+    ErrLog log(os_);
+    for (const int id : refused)
+        log.LogError(hotkeys_.FailureText(kRegisterFailed, id));
     log.StartErrorReporter();
 }
 

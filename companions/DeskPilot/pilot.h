@@ -73,6 +73,7 @@ class Pilot {
     void NoteShown();
     bool RepeatOf(std::initializer_list<int> ids);
     void NoteMissingHerald();
+    void ReportRefusedHotKeys();
     void OpenPreview();
 
     Os& os_;

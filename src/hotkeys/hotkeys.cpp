@@ -63,8 +63,8 @@ bool ReadHotKeyPair(Registry& registry, int id, std::int16_t& key, std::int16_t&
            ReadNumber(registry, setting.modifierValue, modifiers);
 }
 
-Text HotKeys::Describe(const char16_t* prefix, int id) {
-    return LogMessage(prefix + DecimalText(fields_.HotKeyMod[id]) + u" + " +
+Text HotKeys::FailureText(const char16_t* what, int id) {
+    return LogMessage(what + DecimalText(fields_.HotKeyMod[id]) + u" + " +
                       KeyDisplayName(text_, fields_.HotKeyCode[id]));
 }
 
@@ -73,13 +73,13 @@ bool HotKeys::Register(int id) {
         window_, id, static_cast<std::uint32_t>(fields_.HotKeyMod[id]) | extraModifiers_,
         static_cast<std::uint32_t>(fields_.HotKeyCode[id]));
     if (fields_.HotKeyOk[id] != 0) return true;
-    if (log_ != nullptr) log_->LogError(Describe(kRegisterFailed, id));
+    if (log_ != nullptr) log_->LogError(FailureText(kRegisterFailed, id));
     return false;
 }
 
 bool HotKeys::Unregister(int id) {
     if (os_.UnregisterHotKey(window_, id)) return true;
-    if (log_ != nullptr) log_->LogError(Describe(kUnregisterFailed, id));
+    if (log_ != nullptr) log_->LogError(FailureText(kUnregisterFailed, id));
     return false;
 }
 

@@ -45,9 +45,10 @@ class HotKeys {
     // Reads the pairs again and re-registers only the ones that changed. Never starts the
     // reporter; a pair that cannot be read is kept.
     void ReloadHotKeys();
+    // The log's message about hotkey `id`: kRegisterFailed or kUnregisterFailed and its pair.
+    [[nodiscard]] Text FailureText(const char16_t* what, int id);
 
   private:
-    Text Describe(const char16_t* prefix, int id);
     bool Register(int id);
     bool Unregister(int id);
 
