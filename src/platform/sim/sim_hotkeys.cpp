@@ -137,14 +137,10 @@ bool SimHotKeys::HoldHotKey(std::uint32_t modifiers, std::uint32_t virtualKey) {
 void SimHotKeys::RepeatHeldKey(std::uint64_t milliseconds) {
     messages_.AdvanceTime(milliseconds);
     for (const std::uint32_t key : heldKeys_) {
-        for (const auto& h : hotkeys_) {
-            if ((h.modifiers & kModifierMask) != heldModifiers_ || h.virtualKey != key) continue;
-            if (scope_ == HotKeyScope::Desktop && h.desktop != session_.inputDesktop) continue;
-            if (h.processId == session_.processId && (h.modifiers & ModNoRepeat) == 0) {
-                const auto lParam = static_cast<Lparam>((key << 16) | heldModifiers_);
-                messages_.Post(Msg{h.window, WmHotKey, static_cast<Wparam>(h.id), lParam});
-            }
-            break;
+        const HotKey* h = Holder(heldModifiers_, key);
+        if (h != nullptr && h->processId == session_.processId &&
+            (h->modifiers & ModNoRepeat) == 0) {
+            Deliver(*h, heldModifiers_);
         }
     }
 }
@@ -169,21 +165,29 @@ bool SimHotKeys::IsHotKeyRegistered(std::uint32_t modifiers, std::uint32_t virtu
     });
 }
 
-bool SimHotKeys::PressHotKey(std::uint32_t modifiers, std::uint32_t virtualKey) {
+const SimHotKeys::HotKey* SimHotKeys::Holder(std::uint32_t modifiers,
+                                             std::uint32_t virtualKey) const {
     for (const auto& h : hotkeys_) {
-        if ((h.modifiers & kModifierMask) != (modifiers & kModifierMask) ||
-            h.virtualKey != virtualKey) {
-            continue;
+        if ((h.modifiers & kModifierMask) == (modifiers & kModifierMask) &&
+            h.virtualKey == virtualKey &&
+            (scope_ == HotKeyScope::Session || h.desktop == session_.inputDesktop)) {
+            return &h;
         }
-        if (scope_ == HotKeyScope::Desktop && h.desktop != session_.inputDesktop) continue;
-        session_.hasLastInput = h.processId == session_.processId;
-        if (h.processId == session_.processId) {
-            const auto lParam = static_cast<Lparam>((virtualKey << 16) | (modifiers & 0xFFFF));
-            messages_.Post(Msg{h.window, WmHotKey, static_cast<Wparam>(h.id), lParam});
-        }
-        return true;
     }
-    return false;
+    return nullptr;
+}
+
+void SimHotKeys::Deliver(const HotKey& h, std::uint32_t modifiers) {
+    const auto lParam = static_cast<Lparam>((h.virtualKey << 16) | (modifiers & 0xFFFF));
+    messages_.Post(Msg{h.window, WmHotKey, static_cast<Wparam>(h.id), lParam});
+}
+
+bool SimHotKeys::PressHotKey(std::uint32_t modifiers, std::uint32_t virtualKey) {
+    const HotKey* h = Holder(modifiers, virtualKey);
+    if (h == nullptr) return false;
+    session_.hasLastInput = h->processId == session_.processId;
+    if (h->processId == session_.processId) Deliver(*h, modifiers);
+    return true;
 }
 
 }  // namespace zk::sim

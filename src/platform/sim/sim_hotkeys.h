@@ -59,6 +59,9 @@ class SimHotKeys : public virtual HotKeyApi {
         int desktop;
     };
     bool Conflicts(std::uint32_t modifiers, std::uint32_t virtualKey, int desktop) const;
+    // The registration a combination typed now reaches, if any.
+    const HotKey* Holder(std::uint32_t modifiers, std::uint32_t virtualKey) const;
+    void Deliver(const HotKey& hotkey, std::uint32_t modifiers);
 
     Session& session_;
     SimWindows& windows_;
