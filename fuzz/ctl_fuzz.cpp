@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/sim/sim_os.h"
+#include "shared/hotkey_text.h"
 #include "zelkovactl/ctl.h"
-#include "zelkovactl/hotkey_text.h"
 
 namespace {
 
@@ -30,12 +30,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     for (const std::string& word : args) {
         std::string error;
-        const auto combo = ctl::TryParseHotKey(word, error);
+        const auto combo = companion::TryParseHotKey(word, error);
         Check(combo.has_value() == error.empty());
         if (!combo) continue;
-        const std::string text = ctl::FormatHotKey(*combo);
+        const std::string text = companion::FormatHotKey(*combo);
         if (text.find("key ") != std::string::npos) continue;
-        const auto again = ctl::TryParseHotKey(text, error);
+        const auto again = companion::TryParseHotKey(text, error);
         Check(again && again->key == combo->key && again->modifiers == combo->modifiers);
     }
     if (args.size() > 0 && (args[0] == "start" || args[0] == "restart")) return 0;  // no time

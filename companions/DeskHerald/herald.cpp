@@ -6,6 +6,7 @@
 #include "diagnostics/win_api_error.h"
 #include "platform/module_path.h"
 #include "shared/companion_settings.h"
+#include "shared/hotkeys_in_force.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {
@@ -17,12 +18,14 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       registry_(os),
       signals_(os, os),
       state_(os, controller.Id()),
-      ownDesktop_(os) {
+      ownDesktop_(os),
+      settings_(os) {
     const auto n = static_cast<std::int16_t>(desk);
     if (const Handle shown = signals_.Event(SwitcherSignal(KindUpdate, n, n))) {
         set_.Add(shown, {kShown, desk});
     }
     set_.Add(controller.Process(), {kControllerEnded, 0});
+    if (settings_.Event() != nullptr) set_.Add(settings_.Event(), {kSettingsChanged, 0});
     pilot_.emplace(os, state_, signals_, controller, Program::Pilot, desk, set_, kWatchPilot);
     if (desk == 1) {
         bridge_.emplace(os, state_, signals_, controller, Program::Herald, kControllerBlock, set_,
@@ -64,6 +67,10 @@ bool Herald::Woken(const Wake& wake) {
             break;
         case kControllerEnded:
             return false;
+        case kSettingsChanged:  // a rename, or a hotkey stored as no key
+            (void)settings_.Renew();
+            shell_.TrayChanged();
+            break;
         case kWatchPilot:
             pilot_->Woken(wake);
             break;
@@ -92,7 +99,8 @@ bool Herald::StillShown() {
 }
 
 Text Herald::Tooltip() {
-    return TrayTooltip(desk_, DesktopName(registry_, desk_), state_.Block().missing);
+    return TrayTooltip(desk_, DesktopName(registry_, desk_), state_.Block().missing,
+                       HotKeysNamingNoKey(os_, registry_));
 }
 
 std::vector<TrayMenuItem> Herald::Menu() {

@@ -13,6 +13,7 @@
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
+#include "shared/settings_watch.h"
 #include "shared/signals.h"
 #include "signals/shared_state.h"
 
@@ -25,14 +26,14 @@ class Herald {
       public:
         virtual ~Shell() = default;
         virtual void ShowBanner(const Text& name) = 0;
-        // The tray icon's tooltip changed (a name, a missing program).
+        // The tray icon's tooltip may have changed (a setting, a missing program).
         virtual void TrayChanged() = 0;
         // Asks the user; true for yes, false for no, nothing to cancel.
         virtual std::optional<bool> Ask(const Text& question) = 0;
         // Tells the user what went wrong with what they asked for.
         virtual void Tell(const Text& message) = 0;
     };
-    enum WakeKind { kShown = 1, kControllerEnded, kWatchPilot, kWatchBridge };
+    enum WakeKind { kShown = 1, kControllerEnded, kWatchPilot, kWatchBridge, kSettingsChanged };
 
     Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell);
 
@@ -65,6 +66,7 @@ class Herald {
     Signals signals_;
     SharedState state_;
     OwnDesktop ownDesktop_;
+    SettingsWatch settings_;
     WaitSet set_;
     std::optional<Watchdog> pilot_;
     std::optional<Watchdog> bridge_;

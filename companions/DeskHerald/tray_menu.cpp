@@ -17,11 +17,19 @@ std::vector<TrayMenuItem> TrayMenu(const std::array<Text, kDesktopCount>& names,
     return items;
 }
 
-Text TrayTooltip(int desk, const Text& name, std::uint32_t missing) {
+Text TrayTooltip(int desk, const Text& name, std::uint32_t missing,
+                 const std::vector<int>& notAKey) {
     Text tip = u"Zelkova2 \u2014 desktop " + DecimalText(desk);
     if (name != u"Desktop " + DecimalText(desk)) tip += u": " + name;
     if ((missing & kPilotMissing) != 0) tip += u"\nDeskPilot.exe is missing: no hotkeys here";
     if ((missing & kHeraldMissing) != 0) tip += u"\nDeskHerald.exe is missing";
+    if (!notAKey.empty()) {
+        tip += notAKey.size() == 1 ? u"\nHotkey " : u"\nHotkeys ";
+        for (std::size_t i = 0; i < notAKey.size(); ++i)
+            tip += (i == 0 ? u"" : u", ") + DecimalText(notAKey[i]);
+        tip += notAKey.size() == 1 ? u" is stored as no key: see Settings"
+                                   : u" are stored as no key: see Settings";
+    }
     return tip;
 }
 

@@ -31,8 +31,10 @@ struct TrayMenuItem {
 [[nodiscard]] std::vector<TrayMenuItem> TrayMenu(const std::array<Text, kDesktopCount>& names,
                                                  int shown);
 
-// "Zelkova2 — desktop N", and its name when it has one of its own; then what is missing.
-[[nodiscard]] Text TrayTooltip(int desk, const Text& name, std::uint32_t missing);
+// "Zelkova2 — desktop N", and its name when it has one of its own; then what is missing, and the
+// hotkeys stored as no key (by id).
+[[nodiscard]] Text TrayTooltip(int desk, const Text& name, std::uint32_t missing,
+                               const std::vector<int>& notAKey = {});
 
 // What "Exit Zelkova2" on desktop N says first, if anything: the windows of desktops 2 to 4 stay
 // where they are until Zelkova2 is started again.

@@ -1,6 +1,7 @@
 #include "ZelkovaError/reporter_view.h"
 
 #include "diagnostics/log_reader.h"
+#include "shared/hotkeys_in_force.h"
 
 namespace zk::companion {
 namespace {
@@ -15,10 +16,10 @@ ReporterView MakeReporterView(Os& os) {
     if (const auto notice = LogUnwritableNotice(os, log.path)) view.text = *notice + u"\r\n";
     const auto entries = log.bytes ? LogEntries(*log.bytes) : std::vector<std::string>{};
     if (entries.empty()) return ReporterView{view.text + kNothingLogged, view.logPath};
-    Ansi newestFirst;
+    Registry registry(os);
+    const HotKeyPairs pairs = HotKeysAsTheyAre(os, registry);
     for (std::size_t i = 0; i < entries.size() && i < kNewest; ++i)
-        newestFirst += entries[entries.size() - 1 - i] + "\r\n";
-    view.text += os.MultiByteToWideChar(newestFirst);
+        view.text += ExplainLogEntry(os, entries[entries.size() - 1 - i], pairs) + u"\r\n";
     return view;
 }
 

@@ -2,9 +2,12 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "ZelkovaSettings/settings_resources.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/win32/wide_text.h"
+#include "shared/hotkeys_in_force.h"
 
 using zk::win32::W;
 
@@ -74,7 +77,10 @@ void SettingsDialog::Fill() {
 void SettingsDialog::ShowStates() {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         const wchar_t* text = L"";
-        switch (model_->Check(settings_, id)) {
+        const auto& notAKey = model_->NotAKey();
+        const bool offered = std::find(notAKey.begin(), notAKey.end(), id) != notAKey.end() &&
+                             settings_.hotkeys[id - 1] == DefaultHotKey(id);
+        switch (offered ? ComboState::Free : model_->Check(settings_, id)) {
             case ComboState::Taken:
                 text = L"\u26A0 Another program holds this combination.";
                 break;
@@ -85,6 +91,7 @@ void SettingsDialog::ShowStates() {
                 text = L"No hotkey.";
                 break;
             default:
+                if (offered) text = L"\u26A0 Stored as no key; Apply stores the default shown.";
                 break;
         }
         ::SetDlgItemTextW(Window(), IDC_STATUS1 + id - 1, text);

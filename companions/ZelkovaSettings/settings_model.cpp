@@ -6,6 +6,7 @@
 #include "hotkeys/hotkeys.h"
 #include "platform/handles.h"
 #include "shared/companion_settings.h"
+#include "shared/hotkeys_in_force.h"
 #include "shared/signals.h"
 #include "signals/protocol.h"
 #include "tool_support/autostart.h"
@@ -15,7 +16,6 @@ namespace {
 
 constexpr int kProbeId = 0xBF00;
 constexpr std::uint32_t kReloadWithin = 5000;
-const std::string kRegisterFailedText = AsciiText(kRegisterFailed);
 
 bool WriteDword(Registry& registry, const Text& key, const Text& name, std::int32_t value) {
     std::uint32_t type = RegDword;
@@ -27,7 +27,7 @@ constexpr std::uint8_t kHotKeyShift = 0x01, kHotKeyControl = 0x02, kHotKeyAlt = 
 
 }  // namespace
 
-Combo FromHotKeyControl(std::uint16_t value) {
+HotKeyCombo FromHotKeyControl(std::uint16_t value) {
     const auto flags = static_cast<std::uint8_t>(value >> 8);
     std::int16_t modifiers = 0;
     if ((flags & kHotKeyAlt) != 0) modifiers |= ModAlt;
@@ -36,7 +36,7 @@ Combo FromHotKeyControl(std::uint16_t value) {
     return {modifiers, static_cast<std::int16_t>(value & 0xFF)};
 }
 
-std::uint16_t ToHotKeyControl(const Combo& combo) {
+std::uint16_t ToHotKeyControl(const HotKeyCombo& combo) {
     std::uint8_t flags = 0;
     if ((combo.modifiers & ModAlt) != 0) flags |= kHotKeyAlt;
     if ((combo.modifiers & ModControl) != 0) flags |= kHotKeyControl;
@@ -77,13 +77,15 @@ SettingsModel::SettingsModel(Os& os, Hwnd probe) : os_(os), probe_(probe), regis
 
 Settings SettingsModel::Load() {
     Settings settings;
+    notAKey_.clear();
+    const auto status = ReadHotKeyStatus(os_, registry_);
     for (int id = 1; id <= kHotKeyCount; ++id) {
-        Combo& combo = settings.hotkeys[id - 1];
-        if (!ReadHotKeyPair(registry_, id, combo.key, combo.modifiers)) {
-            combo = {HotKeySettingOf(id).defaultModifiers, HotKeySettingOf(id).defaultKey};
-        }
+        const HotKeyStatus& s = status[id - 1];
+        inForce_[id - 1] = s.inForce.value_or(s.stored);
+        // A stored pair that names no key is offered its default, which Apply then stores.
+        settings.hotkeys[id - 1] = NamesAKey(s.stored) ? s.stored : DefaultHotKey(id);
+        if (!NamesAKey(s.stored)) notAKey_.push_back(id);
     }
-    inForce_ = settings.hotkeys;
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
         DesktopSettings& d = settings.desktops[desk - 1];
         const Text name = DesktopName(registry_, desk);
@@ -97,7 +99,7 @@ Settings SettingsModel::Load() {
 }
 
 ComboState SettingsModel::Check(const Settings& settings, int id) {
-    const Combo& combo = settings.hotkeys[id - 1];
+    const HotKeyCombo& combo = settings.hotkeys[id - 1];
     if (combo.key == 0) return ComboState::Empty;
     for (int other = 1; other <= kHotKeyCount; ++other) {
         if (other != id && settings.hotkeys[other - 1] == combo) return ComboState::Twice;
@@ -115,7 +117,7 @@ ComboState SettingsModel::Check(const Settings& settings, int id) {
 bool SettingsModel::Save(const Settings& settings) {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         const HotKeySetting& setting = HotKeySettingOf(id);
-        const Combo& combo = settings.hotkeys[id - 1];
+        const HotKeyCombo& combo = settings.hotkeys[id - 1];
         if (!WriteDword(registry_, kSettingsKey, setting.keyValue, combo.key) ||
             !WriteDword(registry_, kSettingsKey, setting.modifierValue, combo.modifiers)) {
             return false;
@@ -161,30 +163,17 @@ ApplyResult SettingsModel::Apply(const Settings& settings) {
     if (!signals.Raise(kReadRegCommand)) return result;
     result.confirmed =
         reloaded != nullptr && os_.WaitForSingleObject(reloaded, kReloadWithin) == WaitObject0;
-    inForce_ = settings.hotkeys;
+    inForce_ = PublishedHotKeys(os_).value_or(settings.hotkeys);
     const std::string log = ReadLog(os_).bytes.value_or(std::string());
     if (log.size() <= logBefore) return result;
     for (const std::string& entry : LogEntries(std::string_view(log).substr(logBefore))) {
-        const auto at = entry.find(kRegisterFailedText);
-        if (at == std::string::npos) {
+        const int id = HotKeyIdInLogEntry(os_, entry, settings.hotkeys);
+        if (id == 0 || std::find(result.failedIds.begin(), result.failedIds.end(), id) !=
+                           result.failedIds.end()) {
             result.otherErrors.push_back(os_.MultiByteToWideChar(entry));
-            continue;
+        } else {
+            result.failedIds.push_back(id);
         }
-        // "<modifiers> + <key name>", as the controller describes a hotkey.
-        const Text described =
-            os_.MultiByteToWideChar(entry.substr(at + kRegisterFailedText.size()));
-        bool matched = false;
-        for (int id = 1; id <= kHotKeyCount; ++id) {
-            const Combo& c = settings.hotkeys[id - 1];
-            if (described == DecimalText(c.modifiers) + u" + " + KeyDisplayName(os_, c.key) &&
-                std::find(result.failedIds.begin(), result.failedIds.end(), id) ==
-                    result.failedIds.end()) {
-                result.failedIds.push_back(id);
-                matched = true;
-                break;
-            }
-        }
-        if (!matched) result.otherErrors.push_back(os_.MultiByteToWideChar(entry));
     }
     return result;
 }

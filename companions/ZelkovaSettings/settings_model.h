@@ -12,19 +12,14 @@
 #include "hotkeys/hotkey_table.h"
 #include "platform/os.h"
 #include "settings/registry.h"
+#include "shared/hotkey_text.h"
 
 namespace zk::companion {
 
-struct Combo {
-    std::int16_t modifiers = 0;  // as RegisterHotKey takes them
-    std::int16_t key = 0;        // virtual-key code
-    friend bool operator==(const Combo&, const Combo&) = default;
-};
-
 // The system's hotkey control packs a combination as MAKEWORD(key, HOTKEYF_ flags), whose
 // Shift and Alt bits lie the other way round from RegisterHotKey's; it has no Win key.
-[[nodiscard]] Combo FromHotKeyControl(std::uint16_t value);
-[[nodiscard]] std::uint16_t ToHotKeyControl(const Combo& combo);
+[[nodiscard]] HotKeyCombo FromHotKeyControl(std::uint16_t value);
+[[nodiscard]] std::uint16_t ToHotKeyControl(const HotKeyCombo& combo);
 // The programs box holds one command line a line.
 [[nodiscard]] std::vector<Text> ProgramLines(const Text& box);
 [[nodiscard]] Text ProgramBox(const std::vector<Text>& programs);
@@ -38,7 +33,7 @@ struct DesktopSettings {
 };
 
 struct Settings {
-    std::array<Combo, kHotKeyCount> hotkeys;
+    std::array<HotKeyCombo, kHotKeyCount> hotkeys;
     std::array<DesktopSettings, kDesktopCount> desktops;
     bool autostart = false;
     bool banner = true;
@@ -65,7 +60,10 @@ class SettingsModel {
     // `probe` is a window of the settings program, to try combinations on.
     SettingsModel(Os& os, Hwnd probe);
 
+    // Where a stored pair names no key, the hotkey gets its default (see NotAKey).
     [[nodiscard]] Settings Load();
+    // The hotkeys whose stored pair named no key at the last Load.
+    [[nodiscard]] const std::vector<int>& NotAKey() const { return notAKey_; }
     // Whether combination `id` of `settings` can be had.
     [[nodiscard]] ComboState Check(const Settings& settings, int id);
     // Writes everything, asks Zelkova2 to read its hotkeys again, and reads what it logged.
@@ -77,7 +75,8 @@ class SettingsModel {
     Os& os_;
     Hwnd probe_;
     Registry registry_;
-    std::array<Combo, kHotKeyCount> inForce_{};  // the hotkeys as Zelkova2 read them last
+    std::array<HotKeyCombo, kHotKeyCount> inForce_{};  // the hotkeys as Zelkova2 read them last
+    std::vector<int> notAKey_;
 };
 
 }  // namespace zk::companion

@@ -11,15 +11,20 @@
 #include "platform/handles.h"
 #include "programs/programs.h"
 #include "shared/companion_settings.h"
+#include "shared/hotkey_text.h"
+#include "shared/hotkeys_in_force.h"
 #include "shared/signals.h"
 #include "shared/user_windows.h"
 #include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "tool_support/autostart.h"
 #include "tool_support/launcher.h"
-#include "zelkovactl/hotkey_text.h"
 
 namespace zk::ctl {
+
+using companion::FormatHotKey;
+using companion::TryParseHotKey;
+
 namespace {
 
 // How long a command may take to show its effect.
@@ -280,18 +285,22 @@ int Ctl::Restart(const Args&) {
     return Start({});
 }
 
+// Each hotkey as stored, and as the running Zelkova2 holds it where that differs (a reload keeps
+// a pair it cannot read); a stored pair that names no key is said to be one.
 int Ctl::HotKeys(const Args&) {
+    const auto status = companion::ReadHotKeyStatus(os_, registry_);
     for (int id = 1; id <= kHotKeyCount; ++id) {
-        std::int16_t key = 0, modifiers = 0;
-        const bool stored = ReadHotKeyPair(registry_, id, key, modifiers);
-        if (!stored) {
-            key = HotKeySettingOf(id).defaultKey;
-            modifiers = HotKeySettingOf(id).defaultModifiers;
-        }
+        const companion::HotKeyStatus& s = status[id - 1];
         std::string action = HotKeySettingOf(id).name;
         action.resize(18, ' ');
-        out_ << id << "  " << action << FormatHotKey({modifiers, key})
-             << (stored ? "" : "  (default)") << "\n";
+        out_ << id << "  " << action << FormatHotKey(s.stored) << (s.isStored ? "" : "  (default)");
+        if (s.inForce && *s.inForce != s.stored)
+            out_ << "  (in force: " << FormatHotKey(*s.inForce) << ")";
+        if (!companion::NamesAKey(s.stored)) {
+            out_ << "  stored as something that is not a key; 'zelkovactl hotkey reset " << id
+                 << "' gives the default, " << FormatHotKey(companion::DefaultHotKey(id));
+        }
+        out_ << "\n";
     }
     return kExitOk;
 }
@@ -389,8 +398,9 @@ int Ctl::Log(const Args& args) {
     const std::size_t first = entries.size() > static_cast<std::size_t>(tail)
                                   ? entries.size() - static_cast<std::size_t>(tail)
                                   : 0;
+    const auto pairs = companion::HotKeysAsTheyAre(os_, registry_);
     for (std::size_t i = first; i < entries.size(); ++i)
-        out_ << Utf8Text(os_.MultiByteToWideChar(entries[i])) << "\n";  // the log is ANSI
+        out_ << Utf8Text(companion::ExplainLogEntry(os_, entries[i], pairs)) << "\n";
     return kExitOk;
 }
 

@@ -55,6 +55,7 @@ void frmZK::Form_Load() {
     names_.InitEventNames();
     CreateEvents();
     hotkeys_->LoadHotKeys();
+    PublishHotKeys();
     hotkeys_->RegisterHotKeys();
     for (auto& desktop : record_.Desktops)
         desktop = std::make_unique<cDesktop>(os_);
@@ -124,6 +125,7 @@ void frmZK::Form_Unload(std::int16_t& cancel) {
     for (const Handle event : record_.EventHandles) {
         if (event != nullptr) (void)os_.CloseHandle(event);
     }
+    companions_.reset();
 }
 
 std::int32_t frmZK::MsgResponse(std::int32_t& CurrentMessage) {
@@ -158,6 +160,7 @@ void frmZK::CopyData(Lparam lParam) {
             record_.Desktops[desk]->SwitchTo();
         } else if (index == kReadRegCommand) {
             hotkeys_->ReloadHotKeys();
+            PublishHotKeys();
         } else if (index == kShutdownCommand) {
             Unload();
         }
@@ -179,9 +182,19 @@ void frmZK::HotKeyPressed(std::int32_t id) {
 // a window to the front only when it received the last input or was given the right by the
 // process that did: this one, which received the key.
 void frmZK::LetSwitcherTakeTheKeyboard(std::int16_t desk) {
-    if (!companions_) companions_ = std::make_unique<SharedState>(os_, os_.GetCurrentProcessId());
-    const std::uint32_t switcher = companions_->Block().companions[PilotSlot(desk)];
+    const std::uint32_t switcher = Companions().Block().companions[PilotSlot(desk)];
     if (switcher != 0) (void)os_.AllowSetForegroundWindow(switcher);
+}
+
+// The tools show the hotkeys in force, which differ from the stored ones where a reload kept a
+// pair it could not read.
+void frmZK::PublishHotKeys() {
+    Companions().PublishHotKeys(record_);
+}
+
+SharedState& frmZK::Companions() {
+    if (!companions_) companions_ = std::make_unique<SharedState>(os_, os_.GetCurrentProcessId());
+    return *companions_;
 }
 
 // The window's own procedure: the one the subclassing calls after the controller. Closing the

@@ -73,6 +73,8 @@ class frmZK final : public ISubclass {
     void FailStart(const Text& message);
     void CopyData(Lparam lParam);
     void LetSwitcherTakeTheKeyboard(std::int16_t desk);
+    void PublishHotKeys();
+    SharedState& Companions();
 
     Os& os_;
     Hwnd window_ = nullptr;
@@ -81,7 +83,7 @@ class frmZK final : public ISubclass {
     ErrLog log_;
     Registry registry_;
     std::unique_ptr<HotKeys> hotkeys_;
-    // What the companions publish: the switchers' process ids. Opened at the first preview key.
+    // What the companions share: the switchers' process ids, and the hotkeys in force.
     std::unique_ptr<SharedState> companions_;
     bool unloaded_ = false;
     bool startUnloaded_ = false;

@@ -130,6 +130,7 @@ inline constexpr int GwlpUserData = -21;
 inline constexpr std::uint32_t GwOwner = 4;
 inline constexpr std::uint32_t KeyQueryValue = 0x0001;
 inline constexpr std::uint32_t KeySetValue = 0x0002;
+inline constexpr std::uint32_t KeyNotify = 0x0010;
 inline constexpr std::uint32_t KeyRead = 0x20019;
 inline constexpr std::int32_t SOk = 0;
 inline constexpr std::int32_t SFalse = 1;

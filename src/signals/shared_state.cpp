@@ -26,6 +26,14 @@ void SharedState::RecordSwitch(int desk) {
     block_->current = static_cast<std::int16_t>(desk);
 }
 
+void SharedState::PublishHotKeys(const HotKeyFields& fields) {
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        block_->hotKeyCodes[id - 1] = fields.HotKeyCode[id];
+        block_->hotKeyModifiers[id - 1] = fields.HotKeyMod[id];
+    }
+    block_->hotKeysPublished = 1;
+}
+
 Text SharedStateName(std::uint32_t controllerId) {
     return u"Local\\Zelkova2.State." + DecimalText(controllerId);
 }

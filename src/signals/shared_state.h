@@ -6,11 +6,13 @@
 //   - the process ids of the companions, so that neighbours can watch each other and the
 //     controller can let the switcher it signals take the foreground;
 //   - the companion programs found missing, for every tray to show;
-//   - the last hotkey that reached a switcher, to tell a key held down from a new press.
+//   - the last hotkey that reached a switcher, to tell a key held down from a new press;
+//   - the hotkeys the controller holds, for the tools to show what is in force.
 
 #include <cstdint>
 
 #include "desktop/desktops.h"
+#include "hotkeys/hotkey_table.h"
 #include "platform/handles.h"
 
 namespace zk {
@@ -39,6 +41,11 @@ struct SharedBlock {
     std::uint64_t hotKeyTick;
     std::int16_t hotKeyKey;
     std::int16_t hotKeyRepeats;
+    // The pairs the controller holds, by id from 1, as it last loaded or reloaded them; set once
+    // hotKeysPublished is 1.
+    std::int16_t hotKeyCodes[kHotKeyCount];
+    std::int16_t hotKeyModifiers[kHotKeyCount];
+    std::uint32_t hotKeysPublished;
 };
 
 class SharedState {
@@ -53,6 +60,8 @@ class SharedState {
     [[nodiscard]] int Previous() const { return block_->previous; }
     // The controller's rule: a switch to another desktop makes the current one the previous.
     void RecordSwitch(int desk);
+    // The controller's pairs in force, for the companions and tools to read.
+    void PublishHotKeys(const HotKeyFields& fields);
 
   private:
     UniqueKernelHandle mapping_;

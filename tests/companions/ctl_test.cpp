@@ -141,6 +141,47 @@ TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
     EXPECT_EQ(commands_, (std::vector<std::string>{"ReadReg", "ReadReg"}));
 }
 
+// What a user must be told: a stored pair that names no key, and with the way back; the pair in
+// force where a reload kept it; and, in the log, which hotkey a failure was about.
+TEST_F(CtlTest, HotKeysSayWhatIsInForceAndWhatNamesNoKeyAndTheLogNamesThem) {
+    const Text key = u"Software\\Zelkova";
+    for (const auto& [name, value] : {std::pair{u"Desktop2Key", 0x79},
+                                      {u"Desktop2KeyMod", 3},
+                                      {u"Desktop4Key", 0},
+                                      {u"Desktop4KeyMod", 3}})
+        os_.registry().SetDword(key, name, value);
+    StartZelkova();
+    HotKeyFields inForce;
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        inForce.HotKeyCode[id] = HotKeySettingOf(id).defaultKey;
+        inForce.HotKeyMod[id] = HotKeySettingOf(id).defaultModifiers;
+    }
+    inForce.HotKeyCode[2] = 0x78;
+    inForce.HotKeyCode[4] = 0;
+    SharedState controllerState(os_, controller_);  // held as the controller holds it
+    controllerState.PublishHotKeys(inForce);
+    EXPECT_EQ(Run({"hotkeys"}), kExitOk);
+    const std::string lines = out_.Text();
+    EXPECT_NE(lines.find("2  desktop 2         Ctrl+Alt+F10  (in force: Ctrl+Alt+F9)\n"),
+              std::string::npos)
+        << lines;
+    EXPECT_NE(lines.find("4  desktop 4         Ctrl+Alt+key 0  stored as something that is not a "
+                         "key; 'zelkovactl hotkey reset 4' gives the default, Ctrl+Alt+Num 4\n"),
+              std::string::npos)
+        << lines;
+    EXPECT_NE(lines.find("3  desktop 3         Ctrl+Alt+Num 3  (default)\n"), std::string::npos);
+
+    os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt",
+                "1/2/2026 1:00:00 PM Zelkova: Failed to register the following hotkey: 3 + F9\r\n"
+                "1/2/2026 1:00:01 PM Zelkova: Failed to register the following hotkey: 3 + F7\r\n");
+    EXPECT_EQ(Run({"log"}), kExitOk);
+    EXPECT_EQ(out_.Text(),
+              "1/2/2026 1:00:00 PM Zelkova: Failed to register the following hotkey: 3 + F9 "
+              "\xE2\x80\x94 desktop 2 (Ctrl+Alt+F9)\n"
+              "1/2/2026 1:00:01 PM Zelkova: Failed to register the following hotkey: 3 + F7\n")
+        << "a hotkey not in force is left as the log has it";
+}
+
 // Start returns once Zelkova2 is up; with --wait it then waits for Zelkova2's end, however long.
 TEST_F(CtlTest, StartWaitsForTheEndOnlyWhenAskedTo) {
     os_.AddFile(u"C:\\Program Files\\Zelkova2\\Zelkova2.exe");

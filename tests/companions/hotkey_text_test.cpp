@@ -1,8 +1,8 @@
-#include "zelkovactl/hotkey_text.h"
+#include "shared/hotkey_text.h"
 
 #include <gtest/gtest.h>
 
-namespace zk::ctl {
+namespace zk::companion {
 namespace {
 
 TEST(HotKeyText, ModifiersComeInOrderKeysByNameAndEveryFormattedHotKeyParsesBack) {
@@ -49,4 +49,4 @@ TEST(HotKeyText, AcceptsOtherSpellingsAndSaysWhatIsWrong) {
 }
 
 }  // namespace
-}  // namespace zk::ctl
+}  // namespace zk::companion

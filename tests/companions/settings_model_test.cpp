@@ -28,12 +28,12 @@ class SettingsModelTest : public ::testing::Test {
 };
 
 TEST(HotKeyControl, PacksShiftAndAltTheOtherWayRoundAndDropsWhatItCannotShow) {
-    const Combo ctrlAltNum2{3, 0x62}, ctrlShiftF9{6, 0x78}, winA{8, 'A'};
+    const HotKeyCombo ctrlAltNum2{3, 0x62}, ctrlShiftF9{6, 0x78}, winA{8, 'A'};
     EXPECT_EQ(ToHotKeyControl(ctrlAltNum2), 0x0662);
     EXPECT_EQ(ToHotKeyControl(ctrlShiftF9), 0x0378);
     EXPECT_EQ(FromHotKeyControl(0x0662), ctrlAltNum2);
     EXPECT_EQ(FromHotKeyControl(0x0378), ctrlShiftF9);
-    EXPECT_EQ(FromHotKeyControl(ToHotKeyControl(winA)), (Combo{0, 'A'}));
+    EXPECT_EQ(FromHotKeyControl(ToHotKeyControl(winA)), (HotKeyCombo{0, 'A'}));
     EXPECT_EQ(ProgramLines(u" notepad.exe \r\n\r\n  calc.exe\n"),
               (std::vector<Text>{u"notepad.exe", u"calc.exe"}));
     EXPECT_EQ(ProgramBox({u"a", u"b"}), u"a\r\nb");
@@ -44,7 +44,7 @@ TEST_F(SettingsModelTest, FlagsACombinationAnotherProgramHoldsButNotOneZelkovaHo
     ASSERT_TRUE(s_.os.HoldHotKeyInOtherProcess(3, 0x62));  // Zelkova2's own Ctrl+Alt+Num 2
     ASSERT_TRUE(s_.os.HoldHotKeyInOtherProcess(6, 0x78));  // another program's Ctrl+Shift+F9
     struct Case {
-        Combo combo;
+        HotKeyCombo combo;
         ComboState state;
     };
     const Case cases[] = {{{3, 0x62}, ComboState::Zelkova},
@@ -61,7 +61,7 @@ TEST_F(SettingsModelTest, FlagsACombinationAnotherProgramHoldsButNotOneZelkovaHo
 
 TEST_F(SettingsModelTest, ApplyWritesEverySettingAndSaysWhichHotKeysZelkovaCouldNotRegister) {
     Settings settings = model_.Load();
-    EXPECT_EQ(settings.hotkeys[4], (Combo{3, 0x08}));
+    EXPECT_EQ(settings.hotkeys[4], (HotKeyCombo{3, 0x08}));
     EXPECT_EQ(settings.desktops[1].programs, std::vector<Text>{u"%SystemRoot%\\explorer.exe"});
     settings.hotkeys[1] = {6, 0x78};
     settings.hotkeys[2] = {6, 0x79};
@@ -97,6 +97,22 @@ TEST_F(SettingsModelTest, ApplyWritesEverySettingAndSaysWhichHotKeysZelkovaCould
     EXPECT_EQ(again.desktops[3].programs, settings.desktops[3].programs);
     EXPECT_TRUE(again.autostart);
     EXPECT_FALSE(again.banner);
+}
+
+// The system takes a stored pair that names no key without a word, and the hotkey is dead: the
+// settings offer the default instead, and Apply stores it.
+TEST_F(SettingsModelTest, AStoredPairThatNamesNoKeyIsOfferedItsDefault) {
+    for (const auto& [name, value] :
+         {std::pair{u"Desktop4Key", -1}, {u"Desktop4KeyMod", 3}, {u"Desktop2KeyMod", 255}})
+        s_.os.registry().SetDword(u"Software\\Zelkova", name, value);
+    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x62);
+    const Settings settings = model_.Load();
+    EXPECT_EQ(model_.NotAKey(), (std::vector<int>{2, 4}));
+    EXPECT_EQ(settings.hotkeys[3], (HotKeyCombo{3, 0x64}));
+    EXPECT_EQ(settings.hotkeys[1], (HotKeyCombo{3, 0x62}));
+    EXPECT_TRUE(model_.Apply(settings).written);
+    EXPECT_EQ(Dword(u"Software\\Zelkova", u"Desktop4Key"), 0x64);
+    EXPECT_EQ(Dword(u"Software\\Zelkova", u"Desktop2KeyMod"), 3);
 }
 
 TEST_F(SettingsModelTest, ApplyWithoutARunningZelkovaWritesButConfirmsNothing) {

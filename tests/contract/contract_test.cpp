@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "contract/backends.h"
+#include "platform/handles.h"
 
 namespace zk::contract {
 namespace {
@@ -339,6 +340,34 @@ TEST_P(Contract, RegistryReportsMissingKeysValuesTypesAndSizes) {
               static_cast<std::int32_t>(ErrorAccessDenied))
         << "a key opened for reading cannot be written";
     EXPECT_EQ(os().RegCloseKey(key), 0);
+    EXPECT_EQ(os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey), 0);
+}
+
+// RegNotifyChangeKeyValue's page: the key needs KEY_NOTIFY; one notice per request, for a change
+// in the key or (asked for) its subkeys; closing the key answers a request still open.
+TEST_P(Contract, ARegistryNoticeComesOncePerRequestForTheKeyAndItsSubkeys) {
+    (void)os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey);
+    Hkey key = nullptr, writer = nullptr;
+    ASSERT_EQ(os().RegCreateKeyW(HkeyCurrentUser(), kTestKey + u"\\Sub", writer), 0);
+    ASSERT_EQ(os().RegOpenKeyExW(HkeyCurrentUser(), kTestKey, 0, KeyQueryValue, key), 0);
+    UniqueKernelHandle event(os(), os().CreateEventA(false, false, {}));
+    EXPECT_EQ(os().RegNotifyChangeKeyValue(key, true, event.get()),
+              static_cast<std::int32_t>(ErrorAccessDenied));
+    EXPECT_EQ(os().RegCloseKey(key), 0);
+
+    ASSERT_EQ(os().RegOpenKeyExW(HkeyCurrentUser(), kTestKey, 0, KeyNotify, key), 0);
+    ASSERT_EQ(os().RegNotifyChangeKeyValue(key, true, event.get()), 0);
+    EXPECT_EQ(os().WaitForSingleObject(event.get(), 0), WaitTimeout);
+    const std::array<std::byte, 4> dword{};
+    ASSERT_EQ(os().RegSetValueExW(writer, u"Number", kRegDword, dword), 0);
+    ASSERT_EQ(os().RegSetValueExW(writer, u"Other", kRegDword, dword), 0);
+    EXPECT_EQ(os().WaitForSingleObject(event.get(), 1000), WaitObject0) << "a subkey's value";
+    EXPECT_EQ(os().WaitForSingleObject(event.get(), 0), WaitTimeout) << "once per request";
+
+    ASSERT_EQ(os().RegNotifyChangeKeyValue(key, true, event.get()), 0);
+    EXPECT_EQ(os().RegCloseKey(key), 0);
+    EXPECT_EQ(os().WaitForSingleObject(event.get(), 1000), WaitObject0) << "the key closed";
+    EXPECT_EQ(os().RegCloseKey(writer), 0);
     EXPECT_EQ(os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey), 0);
 }
 

@@ -121,7 +121,8 @@ TEST_F(ControllerTest, NormalStartRunsItsStepsInOrderAndEndsOnDesktopOne) {
     const std::size_t last = At("SwitchDesktop", "", step);
     EXPECT_EQ(os_.journal().Find("SwitchDesktop", "", last + 1), std::nullopt);
     EXPECT_EQ(os_.journal().Details("CreateEventA").size(), 54u);
-    EXPECT_EQ(os_.OpenHandleCount(), 54u + 4u) << "the events and the four desktops";
+    EXPECT_EQ(os_.OpenHandleCount(), 54u + 4u + 1u)
+        << "the events, the four desktops and the companions' shared block";
 }
 
 TEST_F(ControllerTest, AnEventThatCannotBeCreatedEndsTheProcessAtOnce) {
@@ -303,6 +304,15 @@ TEST_F(ControllerTest, ReadRegReloadsTheHotKeysWhileRunning) {
     EXPECT_FALSE(os_.PressHotKey(3, 98));
     Press(6, 0x78);
     EXPECT_EQ(Signalled(), std::vector<std::string>{"Switcher1SwitchTo2"});
+    // The tools read the pairs in force where the companions do: one that cannot be read again
+    // is kept there as it is kept in force.
+    os_.registry().SetText(u"Software\\Zelkova", u"Desktop2Key", u"F10");
+    Command(kPrefix + "ReadReg");
+    SharedState shared(os_, os_.GetCurrentProcessId());
+    EXPECT_EQ(shared.Block().hotKeysPublished, 1u);
+    EXPECT_EQ(shared.Block().hotKeyCodes[1], 0x78);
+    EXPECT_EQ(shared.Block().hotKeyModifiers[1], 6);
+    EXPECT_EQ(shared.Block().hotKeyCodes[2], 99) << "the default";
 }
 
 TEST_F(ControllerTest, ShutdownCommandUnloadsInsideItsOwnDispatchAndLeavesTheDesktopShown) {

@@ -25,6 +25,11 @@ class RegistryApi : public virtual SystemApi {
     virtual std::int32_t RegDeleteValueW(Hkey key, const Text& valueName) = 0;
     virtual std::int32_t RegDeleteTreeW(Hkey root, const Text& subKey) = 0;
     virtual std::int32_t RegCloseKey(Hkey key) = 0;
+    // Sets `event` once when a value or subkey of the key (and of its subkeys, with `subtree`)
+    // changes, or when the key is closed; each notice must be asked for again. The key needs
+    // KEY_NOTIFY.
+    [[nodiscard]] virtual std::int32_t RegNotifyChangeKeyValue(Hkey key, bool subtree,
+                                                               Handle event) = 0;
 };
 
 }  // namespace zk

@@ -28,10 +28,18 @@ bool RegistryHive::KeyExists(const Text& path) const {
     return keys_.count(Fold(path)) != 0;
 }
 
+Text RegistryHive::Parent(const Text& path) {
+    const auto last = path.rfind(u'\\');
+    return last == Text::npos ? Text() : path.substr(0, last);
+}
+
 void RegistryHive::CreateKey(const Text& path) {
     const Text folded = Fold(path);
     for (std::size_t i = 0; i <= folded.size(); ++i) {
-        if (i == folded.size() || folded[i] == u'\\') keys_[folded.substr(0, i)];
+        if ((i == folded.size() || folded[i] == u'\\') && keys_.count(folded.substr(0, i)) == 0) {
+            keys_[folded.substr(0, i)];
+            if (i > 0) Changed(Parent(folded.substr(0, i)));  // a new subkey changes its parent
+        }
     }
 }
 
@@ -61,9 +69,10 @@ void RegistryHive::SetValue(const Text& path, const Text& name, std::uint32_t ty
     if (RegValue* existing = In(key, name)) {
         existing->type = type;
         existing->data = std::move(data);
-        return;
+    } else {
+        key.values.push_back(RegValue{name, type, std::move(data)});
     }
-    key.values.push_back(RegValue{name, type, std::move(data)});
+    Changed(path);
 }
 
 void RegistryHive::SetDword(const Text& path, const Text& name, std::int32_t value) {
@@ -90,8 +99,12 @@ bool RegistryHive::DeleteValue(const Text& path, const Text& name) {
     const auto key = keys_.find(Fold(path));
     if (key == keys_.end()) return false;
     const Text folded = Fold(name);
-    return std::erase_if(key->second.values,
-                         [&](const RegValue& v) { return Fold(v.name) == folded; }) != 0;
+    if (std::erase_if(key->second.values,
+                      [&](const RegValue& v) { return Fold(v.name) == folded; }) == 0) {
+        return false;
+    }
+    Changed(path);
+    return true;
 }
 bool RegistryHive::DeleteTree(const Text& path) {
     const Text folded = Fold(path);
@@ -103,6 +116,8 @@ bool RegistryHive::DeleteTree(const Text& path) {
              it->first[folded.size()] == u'\\');
         it = inside && !folded.empty() ? keys_.erase(it) : std::next(it);
     }
+    Changed(folded);
+    Changed(Parent(folded));
     return true;
 }
 

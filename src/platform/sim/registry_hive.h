@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
@@ -37,8 +38,15 @@ class RegistryHive {
     const std::vector<RegValue>* Values(const Text& path) const;
     bool DeleteTree(const Text& path);
 
+    // Told the path of every key whose values or subkeys change, by any writer.
+    std::function<void(const Text& path)> onChange;
+
   private:
     static Text Fold(const Text& name);
+    static Text Parent(const Text& path);
+    void Changed(const Text& path) const {
+        if (onChange) onChange(Fold(path));
+    }
     struct Key {
         std::vector<RegValue> values;  // in the order they were first written
     };

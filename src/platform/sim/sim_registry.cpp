@@ -15,6 +15,27 @@ std::int32_t Code(std::uint32_t error) {
 
 }  // namespace
 
+SimRegistry::SimRegistry(Session& session) : session_(session) {
+    hive_.onChange = [this](const Text& path) {
+        Notify([&](const Text& watched, bool subtree) {
+            return SameName(watched, path) ||
+                   (subtree &&
+                    (watched.empty() || (path.size() > watched.size() &&
+                                         SameName(path.substr(0, watched.size()), watched) &&
+                                         path[watched.size()] == u'\\')));
+        });
+    };
+}
+
+void SimRegistry::Notify(const std::function<bool(const Text& watched, bool subtree)>& answers) {
+    std::erase_if(notices_, [&](const Notice& notice) {
+        if (!answers(notice.path, notice.subtree)) return false;
+        session_.Object(notice.event).signalled = true;
+        session_.Release(notice.event);
+        return true;
+    });
+}
+
 const SimRegistry::KeyHandle* SimRegistry::LookupKey(Hkey key) const {
     const auto it = keys_.find(HandleValue(key));
     return it == keys_.end() ? nullptr : &it->second;
@@ -130,7 +151,29 @@ std::int32_t SimRegistry::RegDeleteTreeW(Hkey root, const Text& subKey) {
 
 std::int32_t SimRegistry::RegCloseKey(Hkey key) {
     if (session_.Enter("RegCloseKey", Hex(key))) return Failed();
-    return keys_.erase(HandleValue(key)) != 0 ? 0 : Code(ErrorInvalidHandle);
+    if (keys_.erase(HandleValue(key)) == 0) return Code(ErrorInvalidHandle);
+    // A key closed with notices pending answers them.
+    std::erase_if(notices_, [&](const Notice& notice) {
+        if (notice.key != HandleValue(key)) return false;
+        session_.Object(notice.event).signalled = true;
+        session_.Release(notice.event);
+        return true;
+    });
+    return 0;
+}
+
+std::int32_t SimRegistry::RegNotifyChangeKeyValue(Hkey key, bool subtree, Handle event) {
+    if (session_.Enter("RegNotifyChangeKeyValue", Hex(key) + (subtree ? " subtree" : ""))) {
+        return Failed();
+    }
+    const KeyHandle* k = LookupKey(key);
+    if (k == nullptr) return Code(ErrorInvalidHandle);
+    if ((k->access & KeyNotify) == 0) return Code(ErrorAccessDenied);
+    HandleEntry* e = session_.Lookup(event, Kind::Event);
+    if (e == nullptr) return Code(ErrorInvalidHandle);
+    ++session_.Object(e->object).references;
+    notices_.push_back({HandleValue(key), k->path, subtree, e->object});
+    return 0;
 }
 
 }  // namespace zk::sim

@@ -11,7 +11,7 @@ namespace zk::sim {
 
 class SimRegistry : public virtual RegistryApi {
   public:
-    explicit SimRegistry(Session& session) : session_(session) {}
+    explicit SimRegistry(Session& session);
 
     std::int32_t RegOpenKeyExW(Hkey root, const Text& subKey, std::uint32_t options,
                                std::uint32_t desiredAccess, Hkey& result) override;
@@ -25,6 +25,7 @@ class SimRegistry : public virtual RegistryApi {
     std::int32_t RegDeleteValueW(Hkey key, const Text& valueName) override;
     std::int32_t RegDeleteTreeW(Hkey root, const Text& subKey) override;
     std::int32_t RegCloseKey(Hkey key) override;
+    std::int32_t RegNotifyChangeKeyValue(Hkey key, bool subtree, Handle event) override;
 
     // ----- driving from a test
     // Registry values as another program wrote them.
@@ -40,6 +41,16 @@ class SimRegistry : public virtual RegistryApi {
                          Hkey& result);
     const KeyHandle* LookupKey(Hkey key) const;
     std::int32_t Failed() const { return static_cast<std::int32_t>(session_.last); }
+    // Sets the events of the notices that a change at `path` answers, and forgets them.
+    void Notify(const std::function<bool(const Text& watched, bool subtree)>& answers);
+
+    struct Notice {
+        std::intptr_t key;
+        Text path;
+        bool subtree;
+        int event;  // the event object, kept alive until the notice is answered
+    };
+    std::vector<Notice> notices_;
 
     Session& session_;
     RegistryHive hive_;

@@ -54,5 +54,10 @@ std::int32_t Win32Registry::RegDeleteTreeW(Hkey root, const Text& subKey) {
 std::int32_t Win32Registry::RegCloseKey(Hkey key) {
     return Keep(::RegCloseKey(key));
 }
+std::int32_t Win32Registry::RegNotifyChangeKeyValue(Hkey key, bool subtree, Handle event) {
+    return Keep(::RegNotifyChangeKeyValue(key, subtree ? TRUE : FALSE,
+                                          REG_NOTIFY_CHANGE_NAME | REG_NOTIFY_CHANGE_LAST_SET,
+                                          event, TRUE));
+}
 
 }  // namespace zk::win32

@@ -17,6 +17,7 @@ class Win32Registry : public virtual RegistryApi {
     std::int32_t RegDeleteValueW(Hkey key, const Text& valueName) override;
     std::int32_t RegDeleteTreeW(Hkey root, const Text& subKey) override;
     std::int32_t RegCloseKey(Hkey key) override;
+    std::int32_t RegNotifyChangeKeyValue(Hkey key, bool subtree, Handle event) override;
 };
 
 }  // namespace zk::win32

@@ -1,4 +1,4 @@
-#include "zelkovactl/hotkey_text.h"
+#include "shared/hotkey_text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -7,7 +7,7 @@
 
 #include "hotkeys/hotkey_table.h"
 
-namespace zk::ctl {
+namespace zk::companion {
 namespace {
 
 const std::map<int, std::string>& KeyNames() {
@@ -107,4 +107,4 @@ std::optional<HotKeyCombo> TryParseHotKey(std::string_view text, std::string& er
     return combo;
 }
 
-}  // namespace zk::ctl
+}  // namespace zk::companion

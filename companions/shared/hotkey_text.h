@@ -7,11 +7,12 @@
 #include <string>
 #include <string_view>
 
-namespace zk::ctl {
+namespace zk::companion {
 
 struct HotKeyCombo {
     std::int16_t modifiers = 0;  // as RegisterHotKey takes them
     std::int16_t key = 0;        // virtual-key code
+    friend bool operator==(const HotKeyCombo&, const HotKeyCombo&) = default;
 };
 
 std::string FormatHotKey(const HotKeyCombo& combo);
@@ -20,4 +21,4 @@ std::string FormatHotKey(const HotKeyCombo& combo);
 // "Return", "Escape", "Del", "PageUp"). On failure `error` says why.
 std::optional<HotKeyCombo> TryParseHotKey(std::string_view text, std::string& error);
 
-}  // namespace zk::ctl
+}  // namespace zk::companion
