@@ -113,9 +113,7 @@ std::vector<TrayMenuItem> Herald::Menu() {
 // The preview opens in the switcher and takes the keyboard there: the herald, which took the
 // click, passes on its right to bring a window to the front.
 void Herald::Preview() {
-    const std::uint32_t switcher = state_.Block().companions[PilotSlot(desk_)];
-    if (switcher != 0) (void)os_.AllowSetForegroundWindow(switcher);
-    (void)signals_.Raise(SwitcherSignal(KindShowPreview, static_cast<std::int16_t>(desk_)));
+    (void)ShowPreview(os_, signals_, state_.Block(), desk_);
 }
 
 void Herald::StartProgram(Program program) {

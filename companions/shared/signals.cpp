@@ -1,5 +1,7 @@
 #include "shared/signals.h"
 
+#include "signals/protocol.h"
+
 namespace zk::companion {
 
 Signals::Signals(KernelApi& kernel, TextApi& text) : os_(kernel), text_(text) {
@@ -33,6 +35,12 @@ bool Signals::Raise(std::int16_t index) {
 bool Signals::RaiseOwn(const Text& name) {
     const Handle event = OwnEvent(name);
     return event != nullptr && os_.SetEvent(event);
+}
+
+bool ShowPreview(WindowApi& windows, Signals& signals, const SharedBlock& block, int desk) {
+    const std::uint32_t switcher = block.companions[PilotSlot(desk)];
+    if (switcher != 0) (void)windows.AllowSetForegroundWindow(switcher);
+    return signals.Raise(SwitcherSignal(KindShowPreview, static_cast<std::int16_t>(desk)));
 }
 
 Text ShownEventName(int desk) {

@@ -8,6 +8,7 @@
 
 #include "platform/handles.h"
 #include "signals/event_names.h"
+#include "signals/shared_state.h"
 
 namespace zk::companion {
 
@@ -31,6 +32,10 @@ class Signals {
     EventNames names_;
     std::map<Text, UniqueKernelHandle> events_;
 };
+
+// Opens the preview on desktop `desk`. Its switcher shows it and takes the keyboard, with the
+// right to come to the front that the caller (which took the user's click or key) passes on.
+bool ShowPreview(WindowApi& windows, Signals& signals, const SharedBlock& block, int desk);
 
 // The companions' own events, beside the controller's signals.
 // Desktop N has been shown; its pilot takes a picture of it a moment later.

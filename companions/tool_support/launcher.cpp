@@ -4,8 +4,10 @@
 #include <iterator>
 
 #include "desktop/companions.h"
+#include "platform/module_path.h"
 #include "programs/programs.h"
 #include "resident/controller_link.h"
+#include "shared/signals.h"
 #include "signals/shared_state.h"
 
 namespace zk::companion {
@@ -64,10 +66,46 @@ bool ShowDefaultDesktop(DesktopApi& os) {
     return first && os.SwitchDesktop(first.get());
 }
 
+std::vector<Program> MissingPrograms(FileApi& files, KernelApi& kernel) {
+    std::vector<Program> missing;
+    for (const Program program : {Program::Controller, Program::Pilot, Program::Herald,
+                                  Program::Reporter, Program::Settings}) {
+        if (files.GetFileAttributesW(ProgramPath(kernel, program)) == InvalidFileAttributes)
+            missing.push_back(program);
+    }
+    return missing;
+}
+
+Text MissingProgramsText(KernelApi& os, const std::vector<Program>& missing) {
+    Text names;
+    for (std::size_t i = 0; i < missing.size(); ++i) {
+        names += (i == 0                    ? u""
+                  : i + 1 == missing.size() ? u" and "
+                                            : u", ") +
+                 Text(ProgramFileName(missing[i]));
+    }
+    return names + (missing.size() == 1 ? u" is" : u" are") + u" missing from " +
+           ExecutableFolder(os) + u". Install Zelkova2 again, or put the files back.";
+}
+
+bool ShowRunningZelkova(Os& os) {
+    const auto ids = ControllerProcessIds(os);
+    if (ids.empty()) return false;
+    SharedState state(os, ids.front());
+    Signals signals(os, os);
+    return state.Block().companions[PilotSlot(state.Current())] != 0 &&
+           ShowPreview(os, signals, state.Block(), state.Current());
+}
+
 Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
     Launch launch;
     if (!ControllerProcessIds(os).empty()) {
         launch.result = LaunchResult::AlreadyRunning;
+        return launch;
+    }
+    launch.notFound = MissingPrograms(os, os);
+    if (!launch.notFound.empty()) {
+        launch.result = LaunchResult::ProgramsMissing;
         return launch;
     }
     (void)ShowDefaultDesktop(os);

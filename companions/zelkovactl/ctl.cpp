@@ -255,6 +255,10 @@ int Ctl::Start(const Args& args) {
         case companion::LaunchResult::AlreadyRunning:
             out_ << "Zelkova2 is running already.\n";
             return kExitOk;
+        case companion::LaunchResult::ProgramsMissing:
+            err_ << "zelkovactl: Zelkova2 cannot start: "
+                 << Utf8Text(companion::MissingProgramsText(os_, launch.notFound)) << "\n";
+            return kExitNoEffect;
         case companion::LaunchResult::Failed:
             err_ << "zelkovactl: Zelkova2.exe could not be started: "
                  << Line(ApiErrorText(os_, launch.error));

@@ -124,6 +124,22 @@ TEST(Launcher, ShowsDefaultFirstStartsTheControllerThereAndWaitsForItsCompanions
     EXPECT_EQ(StartZelkova(s.os, 2000).result, LaunchResult::AlreadyRunning);
 }
 
+// A second start, by any way the user has, finds the running Zelkova2 and opens the preview on
+// the desktop shown, whose switcher takes the keyboard.
+TEST(Launcher, ASecondStartOpensThePreviewOnTheDesktopShown) {
+    CompanionSession s(u"StartZelkova2.exe", u"desk3");
+    SharedState state(s.os, s.controller);
+    state.RecordSwitch(3);
+    EXPECT_FALSE(ShowRunningZelkova(s.os)) << "no switcher there to show it";
+    state.Block().companions[PilotSlot(3)] = 0x777;
+    EXPECT_TRUE(ShowRunningZelkova(s.os));
+    EXPECT_EQ(s.Taken({"ShowPreviewSwitcher1", "ShowPreviewSwitcher3"}),
+              std::vector<std::string>{"ShowPreviewSwitcher3"});
+    EXPECT_EQ(s.os.ForegroundGrants(), std::vector<std::uint32_t>{0x777});
+    EXPECT_EQ(StartZelkova(s.os, 2000).result, LaunchResult::AlreadyRunning);
+    EXPECT_TRUE(s.os.StartedProcesses().empty());
+}
+
 // The pictures of the desktops and the companions' state are the user's alone: their named
 // memory lets only the user and the system open it.
 TEST(SharedMemory, OnlyTheUserAndTheSystemMayOpenThePicturesAndTheState) {

@@ -24,7 +24,8 @@ std::vector<std::string>& CompanionSession::Commands() {
 CompanionSession::CompanionSession(const Text& program, const Text& desktop) {
     Commands().clear();
     os.SetModuleFileName(kFolder + u"\\" + program);
-    for (const char16_t* file : {u"DeskPilot.exe", u"DeskHerald.exe", u"Zelkova2.exe"})
+    for (const char16_t* file : {u"DeskPilot.exe", u"DeskHerald.exe", u"Zelkova2.exe",
+                                 u"ZelkovaError.exe", u"ZelkovaSettings.exe"})
         os.AddFile(kFolder + u"\\" + file);
     controller = os.AddOtherProcess(u"Zelkova2.exe");
     os.SetParentProcess(controller);

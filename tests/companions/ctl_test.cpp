@@ -184,7 +184,9 @@ TEST_F(CtlTest, HotKeysSayWhatIsInForceAndWhatNamesNoKeyAndTheLogNamesThem) {
 
 // Start returns once Zelkova2 is up; with --wait it then waits for Zelkova2's end, however long.
 TEST_F(CtlTest, StartWaitsForTheEndOnlyWhenAskedTo) {
-    os_.AddFile(u"C:\\Program Files\\Zelkova2\\Zelkova2.exe");
+    for (const char16_t* program : {u"Zelkova2.exe", u"DeskPilot.exe", u"DeskHerald.exe",
+                                    u"ZelkovaError.exe", u"ZelkovaSettings.exe"})
+        os_.AddFile(u"C:\\Program Files\\Zelkova2\\" + Text(program));
     std::vector<std::unique_ptr<SharedState>> states;
     os_.WhenStarted(u"Zelkova2.exe", [&](std::uint32_t controller) {
         const Hwnd window =
@@ -202,6 +204,16 @@ TEST_F(CtlTest, StartWaitsForTheEndOnlyWhenAskedTo) {
     os_.EndProcess(os_.StartedProcesses().back().processId);
     EXPECT_EQ(Run({"start", "--wait"}), kExitOk) << err_.Text();
     EXPECT_TRUE(waitsForever()) << "on the process it started";
+
+    os_.EndProcess(os_.StartedProcesses().back().processId);
+    os_.DeleteFileW(u"C:\\Program Files\\Zelkova2\\DeskHerald.exe");
+    os_.DeleteFileW(u"C:\\Program Files\\Zelkova2\\ZelkovaError.exe");
+    const std::size_t started = os_.StartedProcesses().size();
+    EXPECT_EQ(Run({"start"}), kExitNoEffect);
+    EXPECT_EQ(err_.Text(),
+              "zelkovactl: Zelkova2 cannot start: DeskHerald.exe and ZelkovaError.exe are missing "
+              "from C:\\Program Files\\Zelkova2. Install Zelkova2 again, or put the files back.\n");
+    EXPECT_EQ(os_.StartedProcesses().size(), started) << "nothing is started without them";
 }
 
 TEST_F(CtlTest, StatusSaysWhetherItRunsAndWhichDesktopsThereAre) {

@@ -137,7 +137,7 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
     Herald(s_.os, 1, controller_, shell_).Command(TrayCommand::Exit);
     EXPECT_EQ(shell_.questions.size(), 3u) << "on desktop 1 without a question";
     EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"Shutdown"});
-    s_.os.AddFile(kFolder + u"\\ZelkovaError.exe");
+    s_.os.DeleteFileW(kFolder + u"\\ZelkovaSettings.exe");
     herald.Command(TrayCommand::ErrorLog);
     herald.Command(TrayCommand::Settings);  // not there
     ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
