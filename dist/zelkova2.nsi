@@ -26,8 +26,7 @@ VIAddVersionKey "LegalCopyright" "The Zelkova2 developers"
 !define RUN_KEY "Software\Microsoft\Windows\CurrentVersion\Run"
 !define MUI_ICON "${ZK_ICON}"
 !define MUI_UNICON "${ZK_ICON}"
-!define MUI_FINISHPAGE_RUN "$INSTDIR\ZelkovaSettings.exe"
-!define MUI_FINISHPAGE_RUN_PARAMETERS "--start"
+!define MUI_FINISHPAGE_RUN "$INSTDIR\StartZelkova2.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "Start Zelkova2 now"
 !define MUI_COMPONENTSPAGE_NODESC
 
@@ -74,12 +73,12 @@ Section "Zelkova2" SecProgram
   File "${ZK_PROGRAMS}\ZelkovaError.exe"
   File "${ZK_PROGRAMS}\ZelkovaSettings.exe"
   File "${ZK_PROGRAMS}\zelkovactl.exe"
+  File "${ZK_PROGRAMS}\StartZelkova2.exe"
   File "${ZK_DOCS}\README.txt"
   File "${ZK_DOCS}\LICENSE.txt"
   WriteUninstaller "$INSTDIR\Uninstall.exe"
   CreateDirectory "$SMPROGRAMS\Zelkova2"
-  CreateShortcut "$SMPROGRAMS\Zelkova2\Zelkova2.lnk" "$INSTDIR\ZelkovaSettings.exe" "--start" \
-    "$INSTDIR\Zelkova2.exe" 0
+  CreateShortcut "$SMPROGRAMS\Zelkova2\Zelkova2.lnk" "$INSTDIR\StartZelkova2.exe"
   CreateShortcut "$SMPROGRAMS\Zelkova2\Zelkova2 settings.lnk" "$INSTDIR\ZelkovaSettings.exe"
   CreateShortcut "$SMPROGRAMS\Zelkova2\Uninstall Zelkova2.lnk" "$INSTDIR\Uninstall.exe"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "Zelkova2"
@@ -91,6 +90,13 @@ Section "Zelkova2" SecProgram
   WriteRegStr HKCU "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
+SectionEnd
+
+; Most laptops have no numeric keypad, which the default hotkeys use: the control tool stores the
+; number row's hotkeys (all twelve values), as the settings window's button does.
+Section /o "Hotkeys without a keypad (Ctrl+Alt+1 to 4)" SecLaptop
+  nsExec::Exec '"$INSTDIR\zelkovactl.exe" hotkey preset laptop'
+  Pop $0
 SectionEnd
 
 ; The log-on entry shows desktop 1 before it starts Zelkova2.
@@ -117,6 +123,7 @@ Section "un.Zelkova2" UnSecProgram
   Delete "$INSTDIR\ZelkovaError.exe"
   Delete "$INSTDIR\ZelkovaSettings.exe"
   Delete "$INSTDIR\zelkovactl.exe"
+  Delete "$INSTDIR\StartZelkova2.exe"
   Delete "$INSTDIR\README.txt"
   Delete "$INSTDIR\LICENSE.txt"
   Delete "$INSTDIR\Uninstall.exe"

@@ -1,9 +1,10 @@
 // ZelkovaSettings.exe: the settings window (settings_model.h decides what it means). With
-// --start it shows desktop 1 and starts Zelkova2, as the log-on entry and the Start menu do.
+// --start it does what StartZelkova2.exe does, for the log-on entries that name it.
 #include <windows.h>
 
 #include <commctrl.h>
 
+#include "StartZelkova2/start_for_user.h"
 #include "ZelkovaSettings/settings_dialog.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
@@ -32,18 +33,6 @@ bool LoadCommonControls() {
     return initialize != nullptr && initialize(&controls) != FALSE;
 }
 
-int StartFromLogOn(Os& os) {
-    const Launch launch = StartZelkova(os, 30000);
-    if (launch.result == LaunchResult::Started || launch.result == LaunchResult::AlreadyRunning) {
-        return 0;
-    }
-    const Text why = launch.result == LaunchResult::Failed
-                         ? u"Zelkova2.exe could not be started: " + ApiErrorText(os, launch.error)
-                         : Text(u"Zelkova2 started but did not come up. Its error log says why.");
-    ::MessageBoxW(nullptr, W(why), L"Zelkova2", MB_OK | MB_ICONWARNING);
-    return 1;
-}
-
 }  // namespace
 
 ZK_ENTRY int ZkZelkovaSettings(int show) {
@@ -53,7 +42,7 @@ ZK_ENTRY int ZkZelkovaSettings(int show) {
         ErrLog(os).LogError(LogMessage(u"ZelkovaSettings: " + what));
     });
     if (std::wstring(commandLine).find(L"--start") != std::wstring::npos) {
-        return StartFromLogOn(os);
+        return StartForTheUser(os);
     }
     if (!LoadCommonControls()) {
         const Text why =

@@ -3,15 +3,25 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "ZelkovaSettings/settings_resources.h"
+#include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/win32/wide_text.h"
+#include "programs/programs.h"
 #include "shared/hotkeys_in_force.h"
+#include "tool_support/launcher.h"
 
 using zk::win32::W;
 
 namespace zk::companion {
+namespace {
+
+constexpr UINT_PTR kStartButtonTimer = 1;
+constexpr UINT kStartButtonEvery = 1000;
+
+}  // namespace
 
 SettingsDialog::SettingsDialog(Os& os) : os_(os) {
     CreateDialogOf(IDD_SETTINGS);
@@ -23,7 +33,17 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             model_.emplace(os_, Window());
             settings_ = model_->Load();
             Fill();
+            if (const auto missing = MissingPrograms(os_, os_); !missing.empty()) {
+                ::SetDlgItemTextW(
+                    Window(), IDC_RESULT,
+                    W(u"\u26A0 Zelkova2 cannot run: " + MissingProgramsText(os_, missing)));
+            }
+            ShowStartButton();
+            ::SetTimer(Window(), kStartButtonTimer, kStartButtonEvery, nullptr);
             return TRUE;
+        case WM_TIMER:
+            ShowStartButton();
+            return 0;
         case WM_COMMAND:
             Command(LOWORD(wParam), HIWORD(wParam));
             return 0;
@@ -56,10 +76,18 @@ Text SettingsDialog::ItemText(int id) {
 
 void SettingsDialog::Fill() {
     filling_ = true;
+    const auto keys = NamedKeys();
     for (int i = 0; i < kHotKeyCount; ++i) {
         ::SetDlgItemTextW(Window(), IDC_LABEL1 + i, W(Text(kHotKeyTable[i].label) + u":"));
-        ::SendMessageW(Item(IDC_HOTKEY1 + i), HKM_SETHOTKEY, ToHotKeyControl(settings_.hotkeys[i]),
-                       0);
+        const HWND list = Item(IDC_KEYLIST1 + i);
+        ::SendMessageW(list, CB_RESETCONTENT, 0, 0);
+        for (const auto& [key, name] : keys) {
+            const Text text(name.begin(), name.end());
+            const LRESULT at =
+                ::SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(text)));
+            ::SendMessageW(list, CB_SETITEMDATA, static_cast<WPARAM>(at), key);
+        }
+        ShowHotKey(i + 1);
     }
     for (int d = 1; d <= kDesktopCount; ++d) {
         const DesktopSettings& desk = settings_.desktops[d - 1];
@@ -74,6 +102,50 @@ void SettingsDialog::Fill() {
     ShowStates();
 }
 
+void SettingsDialog::ShowHotKey(int id) {
+    const bool filling = std::exchange(filling_, true);
+    const int i = id - 1;
+    const HotKeyCombo& combo = settings_.hotkeys[i];
+    ::SendMessageW(Item(IDC_HOTKEY1 + i), HKM_SETHOTKEY, ToHotKeyControl(combo), 0);
+    const HWND list = Item(IDC_KEYLIST1 + i);
+    const LRESULT count = ::SendMessageW(list, CB_GETCOUNT, 0, 0);
+    LRESULT selected = CB_ERR;
+    for (LRESULT at = 0; at < count; ++at) {
+        if (::SendMessageW(list, CB_GETITEMDATA, static_cast<WPARAM>(at), 0) == combo.key)
+            selected = at;
+    }
+    ::SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(selected), 0);
+    for (const auto& [box, flag] : {std::pair{IDC_CTRL1, ModControl},
+                                    {IDC_ALT1, ModAlt},
+                                    {IDC_SHIFT1, ModShift},
+                                    {IDC_WIN1, ModWin}}) {
+        ::CheckDlgButton(Window(), box + i, (combo.modifiers & flag) != 0 ? BST_CHECKED : 0);
+    }
+    filling_ = filling;
+}
+
+void SettingsDialog::PickHotKey(int id) {
+    const int i = id - 1;
+    HotKeyCombo& combo = settings_.hotkeys[i];
+    const HWND list = Item(IDC_KEYLIST1 + i);
+    const LRESULT at = ::SendMessageW(list, CB_GETCURSEL, 0, 0);
+    if (at != CB_ERR)
+        combo.key = static_cast<std::int16_t>(
+            ::SendMessageW(list, CB_GETITEMDATA, static_cast<WPARAM>(at), 0));
+    combo.modifiers = 0;
+    for (const auto& [box, flag] : {std::pair{IDC_CTRL1, ModControl},
+                                    {IDC_ALT1, ModAlt},
+                                    {IDC_SHIFT1, ModShift},
+                                    {IDC_WIN1, ModWin}}) {
+        if (::IsDlgButtonChecked(Window(), box + i) == BST_CHECKED) combo.modifiers |= flag;
+    }
+    ShowHotKey(id);
+}
+
+void SettingsDialog::ShowStartButton() {
+    ::ShowWindow(Item(IDC_STARTZK), ControllerProcessIds(os_).empty() ? SW_SHOW : SW_HIDE);
+}
+
 void SettingsDialog::ShowStates() {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         const wchar_t* text = L"";
@@ -82,16 +154,16 @@ void SettingsDialog::ShowStates() {
                              settings_.hotkeys[id - 1] == DefaultHotKey(id);
         switch (offered ? ComboState::Free : model_->Check(settings_, id)) {
             case ComboState::Taken:
-                text = L"\u26A0 Another program holds this combination.";
+                text = L"\u26A0 Another program holds it.";
                 break;
             case ComboState::Twice:
-                text = L"\u26A0 Another hotkey has this combination.";
+                text = L"\u26A0 Another hotkey has it.";
                 break;
             case ComboState::Empty:
                 text = L"No hotkey.";
                 break;
             default:
-                if (offered) text = L"\u26A0 Stored as no key; Apply stores the default shown.";
+                if (offered) text = L"\u26A0 Stored as no key: the default is shown.";
                 break;
         }
         ::SetDlgItemTextW(Window(), IDC_STATUS1 + id - 1, text);
@@ -133,11 +205,32 @@ bool SettingsDialog::Apply() {
 }
 
 void SettingsDialog::Command(int id, int code) {
-    if (id >= IDC_HOTKEY1 && id < IDC_HOTKEY1 + kHotKeyCount && code == EN_CHANGE && !filling_) {
+    const auto inRow = [id](int first) { return id >= first && id < first + kHotKeyCount; };
+    if (inRow(IDC_HOTKEY1) && code == EN_CHANGE && !filling_) {
         const auto value =
             static_cast<std::uint16_t>(::SendMessageW(Item(id), HKM_GETHOTKEY, 0, 0));
         settings_.hotkeys[id - IDC_HOTKEY1] = FromHotKeyControl(value);
+        ShowHotKey(id - IDC_HOTKEY1 + 1);
         ShowStates();
+    } else if (!filling_ &&
+               ((inRow(IDC_KEYLIST1) && code == CBN_SELCHANGE) ||
+                ((inRow(IDC_CTRL1) || inRow(IDC_ALT1) || inRow(IDC_SHIFT1) || inRow(IDC_WIN1)) &&
+                 code == BN_CLICKED))) {
+        PickHotKey((id - IDC_KEYLIST1) % 10 + 1);
+        ShowStates();
+    } else if (id == IDC_LAPTOP) {
+        for (int hotkey = 1; hotkey <= kHotKeyCount; ++hotkey) {
+            settings_.hotkeys[hotkey - 1] = LaptopHotKey(hotkey);
+            ShowHotKey(hotkey);
+        }
+        ShowStates();
+    } else if (id == IDC_STARTZK) {
+        const Text launcher = ProgramPath(os_, Program::Launcher);
+        if (!TryCreateProcess(os_, launcher, u"\"" + launcher + u"\"", false, {})) {
+            ::SetDlgItemTextW(
+                Window(), IDC_RESULT,
+                W(launcher + u" could not be started: " + ApiErrorText(os_, os_.GetLastError())));
+        }
     } else if (id == IDC_APPLY) {
         (void)Apply();
     } else if (id == IDOK) {

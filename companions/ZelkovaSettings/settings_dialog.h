@@ -1,6 +1,7 @@
 #pragma once
 // The settings window: a dialog (settings.rc) over the settings model. It shows the stored
-// settings, flags a combination as the user types it, and writes everything on Apply or OK.
+// settings, flags a combination as the user types or picks it, says which of Zelkova2's programs
+// are missing, starts Zelkova2 where it does not run, and writes everything on Apply or OK.
 
 #include <windows.h>
 
@@ -22,6 +23,11 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     HWND Item(int id);
     Text ItemText(int id);
     void Fill();
+    // Shows hotkey `id` in its field, its key list and its modifier boxes.
+    void ShowHotKey(int id);
+    // Takes hotkey `id` from the list and the boxes after the user picked there.
+    void PickHotKey(int id);
+    void ShowStartButton();
     // Flagged as the user types: a combination another program holds, or one used twice.
     void ShowStates();
     void Read();

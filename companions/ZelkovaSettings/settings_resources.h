@@ -12,3 +12,10 @@
 #define IDC_BANNER 161
 #define IDC_RESULT 162
 #define IDC_APPLY 163
+#define IDC_LAPTOP 164   /* the number row's hotkeys, for a keyboard without a keypad */
+#define IDC_STARTZK 165  /* shown while Zelkova2 does not run */
+#define IDC_KEYLIST1 170 /* to IDC_KEYLIST1 + 5: each hotkey's key, picked from a list */
+#define IDC_CTRL1 180    /* to IDC_CTRL1 + 5, and so on: its modifiers */
+#define IDC_ALT1 190
+#define IDC_SHIFT1 200
+#define IDC_WIN1 210

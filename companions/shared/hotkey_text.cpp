@@ -63,6 +63,13 @@ std::optional<int> KeyByName(std::string_view name) {
 
 }  // namespace
 
+std::vector<std::pair<std::int16_t, std::string>> NamedKeys() {
+    std::vector<std::pair<std::int16_t, std::string>> keys;
+    for (const auto& [key, name] : KeyNames())
+        keys.emplace_back(static_cast<std::int16_t>(key), name);
+    return keys;
+}
+
 std::string FormatHotKey(const HotKeyCombo& combo) {
     std::string text;
     if (combo.modifiers & ModControl) text += "Ctrl+";

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace zk::companion {
 
@@ -16,6 +18,8 @@ struct HotKeyCombo {
 };
 
 std::string FormatHotKey(const HotKeyCombo& combo);
+// The keys that have a name here, by virtual-key code: what a user can pick from a list.
+std::vector<std::pair<std::int16_t, std::string>> NamedKeys();
 
 // Accepts the formatted text in any case and spacing, and a few other names ("NumPad2",
 // "Return", "Escape", "Del", "PageUp"). On failure `error` says why.

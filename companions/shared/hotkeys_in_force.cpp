@@ -15,6 +15,10 @@ HotKeyCombo DefaultHotKey(int id) {
     return {HotKeySettingOf(id).defaultModifiers, HotKeySettingOf(id).defaultKey};
 }
 
+HotKeyCombo LaptopHotKey(int id) {
+    return {HotKeySettingOf(id).defaultModifiers, HotKeySettingOf(id).laptopKey};
+}
+
 bool NamesAKey(const HotKeyCombo& combo) {
     return combo.key >= 1 && combo.key <= 254 && (combo.modifiers & ~kModifierBits) == 0;
 }

@@ -23,6 +23,8 @@ struct HotKeyStatus {
 };
 
 [[nodiscard]] HotKeyCombo DefaultHotKey(int id);
+// The hotkey for a keyboard without a numeric keypad: Ctrl+Alt+1 to 4 and so on.
+[[nodiscard]] HotKeyCombo LaptopHotKey(int id);
 // A virtual key (1 to 254) with modifiers from Alt, Ctrl, Shift and Win only.
 [[nodiscard]] bool NamesAKey(const HotKeyCombo& combo);
 // The controller's published pairs; nothing while no controller runs or it has published none.

@@ -23,6 +23,7 @@
 namespace zk::ctl {
 
 using companion::FormatHotKey;
+using companion::HotKeyCombo;
 using companion::TryParseHotKey;
 
 namespace {
@@ -72,6 +73,10 @@ const std::vector<Ctl::Command>& Ctl::Commands() {
          kSettings, 2, 2, &Ctl::SetHotKey},
         {"hotkey reset", "ID|all", "give hotkey ID, or all, its default again", kSettings, 1, 1,
          &Ctl::ResetHotKey},
+        {"hotkey preset", "keypad|laptop",
+         "store every hotkey for a keyboard with a numeric keypad (the defaults) or without one "
+         "(Ctrl+Alt+1 to {desktops})",
+         kSettings, 1, 1, &Ctl::PresetHotKeys},
         {"autostart", "on|off", "start Zelkova2 when you log on, or not", kSettings, 1, 1,
          &Ctl::Autostart},
         {"status", "", "whether Zelkova2 runs, the desktop shown, the desktops there are",
@@ -356,6 +361,20 @@ int Ctl::ResetHotKey(const Args& args) {
         if (!WriteHotKey(id, setting.defaultKey, setting.defaultModifiers)) return kExitFailed;
         out_ << "Hotkey " << id << " (" << setting.name << ") is "
              << FormatHotKey({setting.defaultModifiers, setting.defaultKey}) << " again.\n";
+    }
+    return Running() ? Reload({}) : kExitOk;
+}
+
+int Ctl::PresetHotKeys(const Args& args) {
+    const std::string& preset = args[0];
+    if (preset != "keypad" && preset != "laptop")
+        return Usage("hotkey preset: say keypad or laptop, not '" + preset + "'");
+    for (int id = 1; id <= kHotKeyCount; ++id) {
+        const HotKeyCombo combo =
+            preset == "laptop" ? companion::LaptopHotKey(id) : companion::DefaultHotKey(id);
+        if (!WriteHotKey(id, combo.key, combo.modifiers)) return kExitFailed;
+        out_ << "Hotkey " << id << " (" << HotKeySettingOf(id).name << ") is now "
+             << FormatHotKey(combo) << ".\n";
     }
     return Running() ? Reload({}) : kExitOk;
 }

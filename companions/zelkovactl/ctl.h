@@ -52,6 +52,7 @@ class Ctl {
     int HotKeys(const Args& args);
     int SetHotKey(const Args& args);
     int ResetHotKey(const Args& args);
+    int PresetHotKeys(const Args& args);
     int Status(const Args& args);
     int Log(const Args& args);
     int Autostart(const Args& args);

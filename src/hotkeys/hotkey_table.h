@@ -30,22 +30,25 @@ struct HotKeySetting {
     std::int16_t desk;      // the desktop that ShowDesktop shows
     const char* name;       // in the control tool's lists: "desktop 1"
     const char16_t* label;  // in the settings window, with its access key: "Show desktop &1"
+    // For a keyboard without a numeric keypad (most laptops), with the default modifiers: the
+    // number row's digits, and "=" (the "+" key) for the preview.
+    std::int16_t laptopKey;
 };
 
 // In id order, from 1.
 inline constexpr auto kHotKeyTable = std::to_array<HotKeySetting>({
     {1, u"Desktop1Key", u"Desktop1KeyMod", 0x61, ModAlt + ModControl, HotKeyAction::ShowDesktop, 1,
-     "desktop 1", u"Show desktop &1"},
+     "desktop 1", u"Show desktop &1", '1'},
     {2, u"Desktop2Key", u"Desktop2KeyMod", 0x62, ModAlt + ModControl, HotKeyAction::ShowDesktop, 2,
-     "desktop 2", u"Show desktop &2"},
+     "desktop 2", u"Show desktop &2", '2'},
     {3, u"Desktop3Key", u"Desktop3KeyMod", 0x63, ModAlt + ModControl, HotKeyAction::ShowDesktop, 3,
-     "desktop 3", u"Show desktop &3"},
+     "desktop 3", u"Show desktop &3", '3'},
     {4, u"Desktop4Key", u"Desktop4KeyMod", 0x64, ModAlt + ModControl, HotKeyAction::ShowDesktop, 4,
-     "desktop 4", u"Show desktop &4"},
+     "desktop 4", u"Show desktop &4", '4'},
     {5, u"PrevDesktopKey", u"PrevDesktopKeyMod", 0x08, ModAlt + ModControl,
-     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Previous desktop"},
+     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Previous desktop", 0x08},
     {6, u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl,
-     HotKeyAction::ShowPreview, 0, "preview", u"Pre&view"},
+     HotKeyAction::ShowPreview, 0, "preview", u"Pre&view", 0xBB},
 });
 inline constexpr int kHotKeyCount = static_cast<int>(kHotKeyTable.size());
 

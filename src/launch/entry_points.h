@@ -16,3 +16,4 @@ ZK_ENTRY int ZkDeskHerald(int show);
 ZK_ENTRY int ZkZelkovaError(int show);
 ZK_ENTRY int ZkZelkovaSettings(int show);
 ZK_ENTRY int ZkZelkovactl(int argc, wchar_t** argv);
+ZK_ENTRY int ZkStartZelkova2(int show);

@@ -9,11 +9,11 @@ namespace zk {
 namespace {
 
 // In the order of Program.
-constexpr std::array<const char16_t*, 5> kFileNames = {
+constexpr std::array<const char16_t*, 6> kFileNames = {
     u"Zelkova2.exe",     u"DeskPilot.exe",       u"DeskHerald.exe",
-    u"ZelkovaError.exe", u"ZelkovaSettings.exe",
+    u"ZelkovaError.exe", u"ZelkovaSettings.exe", u"StartZelkova2.exe",
 };
-static_assert(kFileNames.size() == static_cast<std::size_t>(Program::Settings) + 1);
+static_assert(kFileNames.size() == static_cast<std::size_t>(Program::Launcher) + 1);
 
 }  // namespace
 

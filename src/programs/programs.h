@@ -6,7 +6,8 @@
 
 namespace zk {
 
-enum class Program { Controller, Pilot, Herald, Reporter, Settings };
+// The launcher is what the user starts: it finds a running Zelkova2 or starts one from desktop 1.
+enum class Program { Controller, Pilot, Herald, Reporter, Settings, Launcher };
 
 // The file name ("DeskPilot.exe").
 [[nodiscard]] const char16_t* ProgramFileName(Program program);

@@ -138,7 +138,13 @@ TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
     EXPECT_EQ(StoredDword(u"PrevDesktopKey"), 8);
     EXPECT_EQ(StoredDword(u"ShowPrevWinKey"), 107);
     EXPECT_EQ(StoredDword(u"Desktop1KeyMod"), 3);
-    EXPECT_EQ(commands_, (std::vector<std::string>{"ReadReg", "ReadReg"}));
+    // A laptop has no keypad: one command stores the number row's hotkeys, all twelve values.
+    EXPECT_EQ(Run({"hotkey", "preset", "laptop"}), kExitOk);
+    EXPECT_EQ(StoredDword(u"Desktop3Key"), '3');
+    EXPECT_EQ(StoredDword(u"Desktop3KeyMod"), 3);
+    EXPECT_EQ(StoredDword(u"ShowPrevWinKey"), 0xBB);
+    EXPECT_NE(out_.Text().find("Hotkey 4 (desktop 4) is now Ctrl+Alt+4.\n"), std::string::npos);
+    EXPECT_EQ(commands_, (std::vector<std::string>{"ReadReg", "ReadReg", "ReadReg"}));
 }
 
 // What a user must be told: a stored pair that names no key, and with the way back; the pair in

@@ -111,14 +111,21 @@ TEST_F(Product, TheInstallerInstallsPerUserStartsFromTheStartMenuAndUninstallsCl
     }
     EXPECT_EQ(RunValue(), L"\"" + folder + L"\\ZelkovaSettings.exe\" --start");
     support::SetDword(L"Software\\Zelkova", L"ShowBanner", 0);  // a setting of the user's
-    // The Start menu's shortcut, opened as a click opens it: the settings program starts Zelkova2.
+    // The Start menu's shortcut, opened as a click opens it: the launcher starts Zelkova2, and
+    // a second click finds it running and makes no second one.
     const std::wstring link = Folder(CSIDL_PROGRAMS) + L"\\Zelkova2\\Zelkova2.lnk";
-    ASSERT_GT(reinterpret_cast<INT_PTR>(
-                  ::ShellExecuteW(nullptr, nullptr, link.c_str(), nullptr, nullptr, SW_SHOWNORMAL)),
-              32);
+    const auto click = [&] {
+        return reinterpret_cast<INT_PTR>(::ShellExecuteW(nullptr, nullptr, link.c_str(), nullptr,
+                                                         nullptr, SW_SHOWNORMAL)) > 32;
+    };
+    ASSERT_TRUE(click());
     EXPECT_TRUE(Within(30000, [] { return CompanionCount() == 9; }));
-    EXPECT_TRUE(Within(10000, [] { return ProcessesNamed({L"ZelkovaSettings.exe"}).empty(); }))
-        << "the settings program ends once Zelkova2 runs";
+    EXPECT_TRUE(Within(10000, [] { return ProcessesNamed({L"StartZelkova2.exe"}).empty(); }))
+        << "the launcher ends once Zelkova2 runs";
+    ASSERT_TRUE(click());
+    EXPECT_TRUE(Within(10000, [] { return ProcessesNamed({L"StartZelkova2.exe"}).empty(); }));
+    EXPECT_EQ(ProcessesNamed({L"Zelkova2.exe"}).size(), 1u);
+    EXPECT_EQ(CompanionCount(), 9);
 
     // The uninstaller goes on as a copy of itself in the temporary folder; its last step removes
     // the program folder.

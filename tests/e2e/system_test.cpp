@@ -22,8 +22,9 @@ void Kill(DWORD id) {
 }
 
 void EndStragglers() {
-    for (const DWORD id : ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe", L"Zelkova2.exe",
-                                          L"ZelkovaError.exe", L"ZelkovaSettings.exe"})) {
+    for (const DWORD id :
+         ProcessesNamed({L"DeskPilot.exe", L"DeskHerald.exe", L"Zelkova2.exe", L"ZelkovaError.exe",
+                         L"ZelkovaSettings.exe", L"StartZelkova2.exe"})) {
         Kill(id);
     }
 }
