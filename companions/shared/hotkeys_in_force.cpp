@@ -58,9 +58,10 @@ HotKeyPairs HotKeysAsTheyAre(KernelApi& os, Registry& registry) {
 
 std::vector<int> HotKeysNamingNoKey(KernelApi& os, Registry& registry) {
     std::vector<int> ids;
-    const auto pairs = HotKeysAsTheyAre(os, registry);
+    const auto status = ReadHotKeyStatus(os, registry);
     for (int id = 1; id <= kHotKeyCount; ++id) {
-        if (!NamesAKey(pairs[id - 1])) ids.push_back(id);
+        const HotKeyStatus& s = status[id - 1];
+        if (!NamesAKey(s.stored) || (s.inForce && !NamesAKey(*s.inForce))) ids.push_back(id);
     }
     return ids;
 }

@@ -33,7 +33,7 @@ struct HotKeyStatus {
                                                                       Registry& registry);
 // What the user meets: the pairs in force, or where none are published the stored ones.
 [[nodiscard]] HotKeyPairs HotKeysAsTheyAre(KernelApi& os, Registry& registry);
-// The ids whose stored pair names no key.
+// The ids whose stored pair, or pair in force, names no key.
 [[nodiscard]] std::vector<int> HotKeysNamingNoKey(KernelApi& os, Registry& registry);
 
 // The hotkey that a log entry about a failed (un)registration describes, among `pairs`; 0 when

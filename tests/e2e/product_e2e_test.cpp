@@ -51,6 +51,17 @@ TEST_F(Product, EachDesktopsTrayIconNamesItAndItsMenuAndClickSwitchAndPreview) {
     ::Sleep(300);
     ASSERT_TRUE(Type(3, {VK_ESCAPE}));
     EXPECT_TRUE(Within(3000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
+    // The tooltip follows a rename at once, and tells of a hotkey stored as no key.
+    ::RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Zelkova\\Desktop3", &key);
+    ::RegSetValueExW(key, L"Name", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"Post"), 10);
+    ::RegCloseKey(key);
+    support::SetDword(L"Software\\Zelkova", L"Desktop4Key", 0);
+    support::SetDword(L"Software\\Zelkova", L"Desktop4KeyMod", 3);
+    const std::wstring tip =
+        L"Zelkova2 \u2014 desktop 3: Post\nHotkey 4 is stored as no key: see Settings";
+    EXPECT_TRUE(Within(3000, [&] {
+        return Caption(WindowOn(L"desk3", L"Zelkova2Tray", false)) == tip;
+    })) << Caption(WindowOn(L"desk3", L"Zelkova2Tray", false));
 }
 
 TEST_F(Product, SettingsFlagATakenCombinationAndApplyChangesAHotKeyWithoutARestart) {
