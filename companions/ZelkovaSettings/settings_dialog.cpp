@@ -143,7 +143,8 @@ void SettingsDialog::PickHotKey(int id) {
 }
 
 void SettingsDialog::ShowStartButton() {
-    ::ShowWindow(Item(IDC_STARTZK), ControllerProcessIds(os_).empty() ? SW_SHOW : SW_HIDE);
+    const auto running = ControllerProcessIds(os_);
+    ::ShowWindow(Item(IDC_STARTZK), running && running->empty() ? SW_SHOW : SW_HIDE);
 }
 
 void SettingsDialog::ShowStates() {

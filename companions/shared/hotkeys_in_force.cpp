@@ -24,7 +24,7 @@ bool NamesAKey(const HotKeyCombo& combo) {
 }
 
 std::optional<HotKeyPairs> PublishedHotKeys(KernelApi& os) {
-    for (const std::uint32_t id : ControllerProcessIds(os)) {
+    for (const std::uint32_t id : ControllerProcessIds(os).value_or(std::vector<std::uint32_t>{})) {
         SharedState state(os, id);
         const SharedBlock& block = state.Block();
         if (block.hotKeysPublished != 1) continue;

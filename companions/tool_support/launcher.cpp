@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::uint32_t kPoll = 50;
 constexpr std::uint32_t kSettle = 1000;
+constexpr int kSnapshotAttempts = 3;
 
 Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
                            std::uint32_t processId) {
@@ -28,12 +29,22 @@ Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
 
 }  // namespace
 
-std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os) {
-    std::vector<std::uint32_t> ids;
-    for (const ProcessEntry& entry : os.CreateToolhelp32Snapshot()) {
-        if (IsProgramFile(entry.exeFile, Program::Controller)) ids.push_back(entry.processId);
+std::optional<std::vector<std::uint32_t>> ControllerProcessIds(KernelApi& os) {
+    for (int attempt = 0; attempt < kSnapshotAttempts; ++attempt) {
+        if (attempt > 0) os.Sleep(kPoll);
+        const auto entries = os.CreateToolhelp32Snapshot();
+        const std::uint32_t self = os.GetCurrentProcessId();
+        if (std::none_of(entries.begin(), entries.end(),
+                         [&](const ProcessEntry& entry) { return entry.processId == self; })) {
+            continue;
+        }
+        std::vector<std::uint32_t> ids;
+        for (const ProcessEntry& entry : entries) {
+            if (IsProgramFile(entry.exeFile, Program::Controller)) ids.push_back(entry.processId);
+        }
+        return ids;
     }
-    return ids;
+    return std::nullopt;
 }
 
 Hwnd FindControllerWindow(DesktopApi& desktops, WindowApi& windows, std::uint32_t processId) {
@@ -90,8 +101,8 @@ Text MissingProgramsText(KernelApi& os, const std::vector<Program>& missing) {
 
 bool ShowRunningZelkova(Os& os) {
     const auto ids = ControllerProcessIds(os);
-    if (ids.empty()) return false;
-    SharedState state(os, ids.front());
+    if (!ids || ids->empty()) return false;
+    SharedState state(os, ids->front());
     Signals signals(os, os);
     return state.Block().companions[PilotSlot(state.Current())] != 0 &&
            ShowPreview(os, signals, state.Block(), state.Current());
@@ -99,7 +110,12 @@ bool ShowRunningZelkova(Os& os) {
 
 Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
     Launch launch;
-    if (!ControllerProcessIds(os).empty()) {
+    const auto running = ControllerProcessIds(os);
+    if (!running) {  // a second Zelkova2 is not risked
+        launch.error = os.GetLastError();
+        return launch;
+    }
+    if (!running->empty()) {
         launch.result = LaunchResult::AlreadyRunning;
         return launch;
     }

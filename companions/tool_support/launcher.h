@@ -4,6 +4,7 @@
 // that desktop its first and leave "Default" out of reach.
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/handles.h"
@@ -11,8 +12,9 @@
 
 namespace zk::companion {
 
-// The processes of Zelkova2's controller that run now.
-[[nodiscard]] std::vector<std::uint32_t> ControllerProcessIds(KernelApi& os);
+// The processes of Zelkova2's controller that run now; nothing when the system gave no list of
+// processes (a list always holds the caller's own, so one without it is tried again).
+[[nodiscard]] std::optional<std::vector<std::uint32_t>> ControllerProcessIds(KernelApi& os);
 // The controller window of that process, on "Default" or on the caller's desktop.
 [[nodiscard]] Hwnd FindControllerWindow(DesktopApi& desktops, WindowApi& windows,
                                         std::uint32_t processId);

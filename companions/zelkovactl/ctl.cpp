@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <deque>
+#include <functional>
+#include <optional>
 
 #include "desktop/companions.h"
 #include "diagnostics/log_reader.h"
@@ -28,10 +30,13 @@ using companion::TryParseHotKey;
 
 namespace {
 
-// How long a command may take to show its effect.
-constexpr std::uint32_t kEffectWithin = 5000;
-constexpr std::uint32_t kPoll = 50;
+// A command's effect is waited for until it comes or the controller ends; only a controller that
+// lives on without taking the command is given up on, after this long (a busy machine takes
+// seconds, not half a minute).
 constexpr std::uint32_t kAnswerWithin = 30000;
+// How long the system may take to show a desktop that Zelkova2 has switched to.
+constexpr std::uint32_t kShownWithin = 5000;
+constexpr std::uint32_t kPoll = 50;
 
 // One line of a system text, without the line end that most of them carry.
 std::string Line(const Text& text) {
@@ -143,8 +148,37 @@ int Ctl::Usage(const std::string& problem) {
     return kExitUsage;
 }
 
+// Not running only when the system's list of processes holds no controller.
 bool Ctl::Running() {
-    return !companion::ControllerProcessIds(os_).empty();
+    const auto ids = companion::ControllerProcessIds(os_);
+    return !ids || !ids->empty();
+}
+
+std::vector<UniqueKernelHandle> Ctl::ControllerProcesses() {
+    std::vector<UniqueKernelHandle> processes;
+    for (const std::uint32_t id :
+         companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{})) {
+        processes.emplace_back(os_, os_.OpenProcess(Synchronize, false, id));
+        if (!processes.back()) processes.pop_back();
+    }
+    return processes;
+}
+
+// Until `done`, or until a controller has ended or `within` milliseconds have passed: false.
+bool Ctl::Await(const std::function<bool()>& done, std::uint32_t within) {
+    const auto processes = ControllerProcesses();
+    std::vector<Handle> handles;
+    for (const auto& process : processes)
+        handles.push_back(process.get());
+    for (std::uint32_t waited = 0;; waited += kPoll) {
+        if (done()) return true;
+        if (waited >= within) return false;
+        if (handles.empty()) {
+            os_.Sleep(kPoll);
+        } else if (os_.WaitForMultipleObjects(handles, false, kPoll) != WaitTimeout) {
+            return done();
+        }
+    }
 }
 
 std::string Ctl::InputDesktop() {
@@ -158,9 +192,15 @@ int Ctl::Signal(std::int16_t index) {
     names.InitEventNames();
     UniqueKernelHandle event(os_, os_.OpenEventA(EventModifyState, false,
                                                  os_.WideCharToMultiByte(names.EventName(index))));
-    if (!event || !Running()) {
+    const std::uint32_t error = os_.GetLastError();
+    if (!Running()) {
         err_ << kNotRunning << "\n";
         return kExitNotRunning;
+    }
+    if (!event) {
+        err_ << "zelkovactl: Zelkova2 runs, but its command could not be opened: "
+             << Line(ApiErrorText(os_, error));
+        return kExitFailed;
     }
     if (!os_.SetEvent(event.get())) {
         err_ << "zelkovactl: could not signal Zelkova2\n";
@@ -179,12 +219,16 @@ int Ctl::Switch(const Args& args) {
     }
     const std::string target = Utf8Text(kDesktopNames[*n - 1]);
     if (const int status = Signal(SwitchCommand(static_cast<std::int16_t>(*n)))) return status;
-    for (std::uint32_t waited = 0; waited < kEffectWithin; waited += kPoll) {
-        if (InputDesktop() == target) return kExitOk;
-        os_.Sleep(kPoll);
-    }
-    const auto ids = companion::ControllerProcessIds(os_);
-    if (!ids.empty() && SharedState(os_, ids.front()).Current() == *n) {
+    // The bridge records the switch as it passes the command on; the system then shows the
+    // desktop, or (as Wine 8) keeps showing "Default".
+    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
+    std::optional<SharedState> state;
+    if (!ids.empty()) state.emplace(os_, ids.front());
+    const bool passed =
+        Await([&] { return InputDesktop() == target || (state && state->Current() == *n); },
+              kAnswerWithin);
+    if (passed && Await([&] { return InputDesktop() == target; }, kShownWithin)) return kExitOk;
+    if (passed) {
         err_ << "zelkovactl: Zelkova2 switched to " << target << ", but the system still shows "
              << InputDesktop() << "\n";
     } else {
@@ -200,7 +244,8 @@ int Ctl::Reload(const Args&) {
     const Handle reloaded = signals.OwnEvent(companion::ReloadedEventName());
     (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
     if (const int status = Signal(kReadRegCommand)) return status;
-    if (reloaded != nullptr && os_.WaitForSingleObject(reloaded, kEffectWithin) == WaitObject0) {
+    if (reloaded != nullptr &&
+        Await([&] { return os_.WaitForSingleObject(reloaded, 0) == WaitObject0; }, kAnswerWithin)) {
         return kExitOk;
     }
     err_ << "zelkovactl: Zelkova2 did not confirm the reload; its bridge (DeskHerald.exe 5) may "
@@ -227,12 +272,13 @@ int Ctl::Shutdown(const Args&) {
 }
 
 int Ctl::EndZelkova() {
-    std::vector<UniqueKernelHandle> processes;
+    const auto processes = ControllerProcesses();
     std::vector<Handle> handles;
+    for (const auto& process : processes)
+        handles.push_back(process.get());
     std::vector<UniqueKernelHandle> companions;
-    for (const std::uint32_t id : companion::ControllerProcessIds(os_)) {
-        processes.emplace_back(os_, os_.OpenProcess(Synchronize, false, id));
-        if (processes.back()) handles.push_back(processes.back().get());
+    for (const std::uint32_t id :
+         companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{})) {
         SharedState state(os_, id);
         for (const std::uint32_t companion : state.Block().companions) {
             if (companion != 0)
@@ -241,9 +287,9 @@ int Ctl::EndZelkova() {
     }
     if (const int status = Signal(kShutdownCommand)) return status;
     if (!handles.empty() &&
-        os_.WaitForMultipleObjects(handles, false, kEffectWithin) < WaitObject0 + handles.size()) {
+        os_.WaitForMultipleObjects(handles, false, kAnswerWithin) < WaitObject0 + handles.size()) {
         for (const auto& companion : companions) {
-            if (companion) (void)os_.WaitForSingleObject(companion.get(), kEffectWithin);
+            if (companion) (void)os_.WaitForSingleObject(companion.get(), kAnswerWithin);
         }
         return kExitOk;
     }
@@ -380,7 +426,11 @@ int Ctl::PresetHotKeys(const Args& args) {
 }
 
 int Ctl::Status(const Args&) {
-    out_ << (Running() ? "Zelkova2 is running" : kNotRunning) << "\n";
+    const auto ids = companion::ControllerProcessIds(os_);
+    out_ << (!ids ? "Whether Zelkova2 runs cannot be told: the system gave no list of processes"
+             : ids->empty() ? kNotRunning
+                            : "Zelkova2 is running")
+         << "\n";
     const std::string input = InputDesktop();
     if (!input.empty()) out_ << "Input desktop: " << input << "\n";
     std::string list;

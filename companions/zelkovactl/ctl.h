@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include <functional>
+
+#include "platform/handles.h"
 #include "platform/os.h"
 #include "settings/registry.h"
 #include "zelkovactl/output.h"
@@ -58,6 +61,8 @@ class Ctl {
     int Autostart(const Args& args);
     bool WriteHotKey(int id, std::int16_t key, std::int16_t modifiers);
     [[nodiscard]] bool Running();
+    [[nodiscard]] std::vector<UniqueKernelHandle> ControllerProcesses();
+    [[nodiscard]] bool Await(const std::function<bool()>& done, std::uint32_t within);
     [[nodiscard]] std::string InputDesktop();
 
     Os& os_;

@@ -9,6 +9,8 @@
 #include "diagnostics/log_reader.h"
 #include "resident/companion_args.h"
 #include "resident/controller_link.h"
+#include "shared/signals.h"
+#include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "tool_support/launcher.h"
 #include "window/appearance.h"
@@ -126,9 +128,14 @@ TEST(Launcher, ShowsDefaultFirstStartsTheControllerThereAndWaitsForItsCompanions
 
 // A second start, by any way the user has, finds the running Zelkova2 and opens the preview on
 // the desktop shown, whose switcher takes the keyboard.
+// The launcher, which the user started from the shell, may pass on its right to come to the front
+// (SetForegroundWindow, Remarks: "started by the foreground process").
 TEST(Launcher, ASecondStartOpensThePreviewOnTheDesktopShown) {
     CompanionSession s(u"StartZelkova2.exe", u"desk3");
+    s.os.StartFromTheShell();
     SharedState state(s.os, s.controller);
+    Signals switcher(s.os, s.os);  // its events, open as the switcher keeps them
+    (void)switcher.Event(SwitcherSignal(KindShowPreview, 3));
     state.RecordSwitch(3);
     EXPECT_FALSE(ShowRunningZelkova(s.os)) << "no switcher there to show it";
     state.Block().companions[PilotSlot(3)] = 0x777;

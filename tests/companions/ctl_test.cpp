@@ -72,6 +72,17 @@ TEST_F(CtlTest, CommandsSayWhenZelkovaDoesNotRunOrDoesNotTakeThem) {
         EXPECT_EQ(Run(args), kExitNoEffect) << args[0];
         EXPECT_NE(err_.Text().find("DeskHerald.exe 5"), std::string::npos) << err_.Text();
     }
+    // "Not running" only where the list of processes holds no controller: a busy system that
+    // gives no list, or a command that cannot be opened, is told as what it is.
+    os_.faults().FailEvery("CreateToolhelp32Snapshot", ErrorNotEnoughMemory);
+    EXPECT_EQ(Run({"status"}), kExitOk);
+    EXPECT_EQ(out_.Text().rfind("Whether Zelkova2 runs cannot be told", 0), 0u) << out_.Text();
+    os_.faults().Clear();
+    os_.faults().FailEvery("OpenEventA", ErrorAccessDenied);
+    EXPECT_EQ(Run({"reload"}), kExitFailed);
+    EXPECT_EQ(
+        err_.Text(),
+        "zelkovactl: Zelkova2 runs, but its command could not be opened: Access is denied.\n");
 }
 
 TEST_F(CtlTest, CommandsSignalTheControllerAndWaitForTheirEffect) {

@@ -32,6 +32,8 @@ class SimHotKeys : public virtual HotKeyApi {
     void SetHotKeyScope(HotKeyScope scope) { scope_ = scope; }
     // The user clicks a window of the simulated process: the last input went to it.
     void ClickProgramWindow() { session_.hasLastInput = true; }
+    // The user started the simulated process from the shell, the foreground process.
+    void StartFromTheShell() { session_.startedByForeground = true; }
     // Another process holds a combination, with a window on the named desktop (the input
     // desktop if none); false when the system refuses it.
     bool HoldHotKeyInOtherProcess(std::uint32_t modifiers, std::uint32_t virtualKey,

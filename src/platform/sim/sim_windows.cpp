@@ -120,7 +120,7 @@ bool SimWindows::IsWindowVisible(Hwnd window) {
 
 bool SimWindows::AllowSetForegroundWindow(std::uint32_t processId) {
     if (session_.Enter("AllowSetForegroundWindow", std::to_string(processId))) return false;
-    if (!session_.hasLastInput) {
+    if (!session_.hasLastInput && !session_.startedByForeground) {
         session_.last = ErrorAccessDenied;
         return false;
     }
