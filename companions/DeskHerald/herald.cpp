@@ -19,7 +19,8 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       signals_(os, os),
       state_(os, controller.Id()),
       ownDesktop_(os),
-      settings_(os) {
+      settings_(os),
+      standIn_(os, registry_, signals_, state_, desk) {
     const auto n = static_cast<std::int16_t>(desk);
     if (const Handle shown = signals_.Event(SwitcherSignal(KindUpdate, n, n))) {
         set_.Add(shown, {kShown, desk});
@@ -71,8 +72,10 @@ bool Herald::Woken(const Wake& wake) {
             (void)settings_.Renew();
             shell_.TrayChanged();
             break;
-        case kWatchPilot:
+        case kWatchPilot:  // a key typed while the switcher starts again is not lost
+            if (wake.value == 1) standIn_.SwitcherEnded(shell_.HotKeyWindow());
             pilot_->Woken(wake);
+            if (wake.value == 0) standIn_.SwitcherBack();
             break;
         default:
             if (bridge_) bridge_->Woken(wake);

@@ -9,6 +9,7 @@
 
 #include "DeskHerald/tray_menu.h"
 #include "resident/controller_process.h"
+#include "resident/hotkey_stand_in.h"
 #include "resident/own_desktop.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
@@ -32,6 +33,8 @@ class Herald {
         virtual std::optional<bool> Ask(const Text& question) = 0;
         // Tells the user what went wrong with what they asked for.
         virtual void Tell(const Text& message) = 0;
+        // The window that holds the hotkeys while the switcher starts again.
+        [[nodiscard]] virtual Hwnd HotKeyWindow() = 0;
     };
     enum WakeKind { kShown = 1, kControllerEnded, kWatchPilot, kWatchBridge, kSettingsChanged };
 
@@ -47,6 +50,8 @@ class Herald {
     void Command(TrayCommand command);
     // The icon's own click: the preview of this desktop.
     void Preview();
+    // A hotkey pressed while the herald holds them for its switcher.
+    void HotKey(int id) { standIn_.HotKey(id); }
 
     [[nodiscard]] int Desk() const { return desk_; }
     [[nodiscard]] WaitSet& Set() { return set_; }
@@ -67,6 +72,7 @@ class Herald {
     SharedState state_;
     OwnDesktop ownDesktop_;
     SettingsWatch settings_;
+    HotKeyStandIn standIn_;
     WaitSet set_;
     std::optional<Watchdog> pilot_;
     std::optional<Watchdog> bridge_;

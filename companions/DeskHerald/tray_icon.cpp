@@ -133,6 +133,10 @@ LRESULT TrayIcon::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         Update();
         return 0;
     }
+    if (message == WM_HOTKEY && herald_ != nullptr) {
+        herald_->HotKey(static_cast<int>(wParam));
+        return 0;
+    }
     if (message != kTrayMessage || herald_ == nullptr) return Default(message, wParam, lParam);
     switch (LOWORD(lParam)) {
         case NIN_SELECT:

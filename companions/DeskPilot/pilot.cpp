@@ -4,6 +4,7 @@
 #include "diagnostics/err_log.h"
 #include "platform/handles.h"
 #include "platform/module_path.h"
+#include "resident/hotkey_stand_in.h"
 #include "resident/switch_notice.h"
 #include "signals/protocol.h"
 
@@ -47,12 +48,14 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
         (void)direct_->Window();  // found now, not on the way of the first switch
     }
 
+    // Announced first: a herald that holds the hotkeys while this switcher starts lets them go.
+    AnnounceSelf(os, state_, signals_, PilotSlot(desk));
+    WaitForStandInToLetGo(os, signals_, state_, desk);
     hotkeys_.LoadHotKeys();
     hotkeys_.RegisterHotKeys();  // a combination the controller holds is left to it, silently
     ReportRefusedHotKeys();
     (void)os.SetTimer(window_, kCaptureSoon, kMoment);
     (void)os.SetTimer(window_, kCaptureAgain, kHalfMinute);
-    AnnounceSelf(os, state_, signals_, PilotSlot(desk));
     if (desk == 1) NoteMissingHerald();
 }
 

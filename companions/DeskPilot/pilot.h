@@ -11,10 +11,10 @@
 #include <memory>
 #include <optional>
 
-#include "DeskPilot/key_repeat.h"
 #include "hotkeys/hotkeys.h"
 #include "resident/controller_link.h"
 #include "resident/controller_process.h"
+#include "resident/key_repeat.h"
 #include "resident/own_desktop.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"

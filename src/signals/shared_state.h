@@ -7,7 +7,8 @@
 //     controller can let the switcher it signals take the foreground;
 //   - the companion programs found missing, for every tray to show;
 //   - the last hotkey that reached a switcher, to tell a key held down from a new press;
-//   - the hotkeys the controller holds, for the tools to show what is in force.
+//   - the hotkeys the controller holds, for the tools to show what is in force;
+//   - which heralds hold their desktop's hotkeys while its switcher starts again.
 
 #include <cstdint>
 
@@ -46,6 +47,8 @@ struct SharedBlock {
     std::int16_t hotKeyCodes[kHotKeyCount];
     std::int16_t hotKeyModifiers[kHotKeyCount];
     std::uint32_t hotKeysPublished;
+    // Bit N: the herald of desktop N holds the hotkeys while its switcher starts again.
+    std::uint32_t hotKeysStandIn;
 };
 
 class SharedState {
@@ -58,6 +61,7 @@ class SharedState {
     // The desktop shown now, as far as the companions know (1 before the first switch).
     [[nodiscard]] int Current() const { return block_->current == 0 ? 1 : block_->current; }
     [[nodiscard]] int Previous() const { return block_->previous; }
+    [[nodiscard]] std::uint32_t ControllerId() const { return block_->controllerId; }
     // The controller's rule: a switch to another desktop makes the current one the previous.
     void RecordSwitch(int desk);
     // The controller's pairs in force, for the companions and tools to read.

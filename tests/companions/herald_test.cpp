@@ -27,6 +27,8 @@ struct FakeShell final : Herald::Shell {
         return answer;
     }
     void Tell(const Text& message) override { told.push_back(message); }
+    Hwnd HotKeyWindow() override { return window; }
+    Hwnd window = nullptr;
     std::vector<Text> told;
     std::vector<Text> banners, questions;
     int trayChanges = 0;
@@ -229,6 +231,59 @@ TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShow
               std::string::npos);
     EXPECT_TRUE(s_.os.journal().Find("CreateProcessW", "ZelkovaError.exe ]")) << "the reporter";
 }
+
+Herald* g_herald = nullptr;
+Lresult ZK_CALLBACK TrayProcedure(Hwnd, std::uint32_t message, Wparam wParam, Lparam) {
+    if (g_herald != nullptr && message == WmHotKey) g_herald->HotKey(static_cast<int>(wParam));
+    return 0;
+}
+
+// Where hotkeys belong to a desktop, a key typed there while the switcher starts again is carried
+// out: the herald holds the hotkeys in the gap and lets them go when the new switcher announces
+// itself. Where the controller holds them for the session, the herald gets none, silently.
+class StandInTest : public HeraldTest, public ::testing::WithParamInterface<sim::HotKeyScope> {};
+
+TEST_P(StandInTest, TheHeraldHoldsTheHotKeysWhileItsSwitcherStartsAgain) {
+    constexpr std::uint32_t kCtrlAlt = 3;
+    const sim::HotKeyScope scope = GetParam();
+    s_.os.SetHotKeyScope(scope);
+    for (const std::uint32_t key : {0x61, 0x62, 0x63, 0x64, 0x08, 0x6B})  // the controller's
+        ASSERT_TRUE(s_.os.HoldHotKeyInOtherProcess(kCtrlAlt, key, Text(u"Default")));
+    const std::size_t others = s_.os.RegisteredHotKeyCount();
+    g_herald = &Make(3);
+    s_.os.ShowDesktopInOtherProcess(u"desk3");
+    (void)s_.os.RegisterClassW(u"Tray", &TrayProcedure, s_.os.GetModuleHandleW());
+    shell_.window =
+        s_.os.CreateWindowExW(0, u"Tray", u"tray", 0, nullptr, s_.os.GetModuleHandleW());
+    SharedState state(s_.os, s_.controller);
+    const auto announce = [&](std::uint32_t pilot) {
+        state.Block().companions[PilotSlot(3)] = pilot;
+        s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".2");
+        EXPECT_FALSE(Pump());
+    };
+    announce(s_.os.AddOtherProcess(u"DeskPilot.exe", s_.controller));
+    s_.os.EndProcess(state.Block().companions[PilotSlot(3)]);
+    EXPECT_FALSE(Pump());
+    const bool perDesktop = scope == sim::HotKeyScope::Desktop;
+    EXPECT_EQ(s_.os.RegisteredHotKeyCount() - others, perDesktop ? 6u : 0u);
+    EXPECT_EQ(state.Block().hotKeysStandIn != 0, perDesktop);
+    if (perDesktop) {
+        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x62));
+        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x6B));
+        EXPECT_FALSE(Pump());
+        EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"SwitchToDesktop2"});
+    }
+    announce(s_.os.StartedProcesses().back().processId);
+    EXPECT_EQ(s_.os.RegisteredHotKeyCount(), others) << "let go for the switcher";
+    EXPECT_EQ(state.Block().hotKeysStandIn, 0u);
+    EXPECT_EQ(s_.Taken(kSignals), perDesktop ? std::vector<std::string>{"ShowPreviewSwitcher3"}
+                                             : std::vector<std::string>{})
+        << "the preview asked for in the gap opens once the switcher is back";
+    EXPECT_EQ(s_.os.FileText(kLog), "") << "nothing to report";
+    g_herald = nullptr;
+}
+INSTANTIATE_TEST_SUITE_P(BothScopes, StandInTest,
+                         ::testing::Values(sim::HotKeyScope::Session, sim::HotKeyScope::Desktop));
 
 // The herald of desktop 1 keeps the bridge running: on Default, as "5" for its own controller.
 TEST_F(HeraldTest, TheBridgeIsStartedAgainForItsOwnController) {

@@ -1,4 +1,4 @@
-#include "DeskPilot/key_repeat.h"
+#include "resident/key_repeat.h"
 
 #include <algorithm>
 
