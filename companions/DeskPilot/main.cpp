@@ -5,6 +5,7 @@
 #include <cstring>
 #include <optional>
 
+#include "DeskPilot/finder_window.h"
 #include "DeskPilot/pilot.h"
 #include "DeskPilot/preview_window.h"
 #include "diagnostics/err_log.h"
@@ -25,8 +26,14 @@ constexpr wchar_t kPilotClass[] = L"Zelkova2Pilot";
 class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
   public:
     PilotWindow(Os& os, int desk)
-        : desk_(desk), thumbnails_(os), preview_(os, desk, thumbnails_, [this](int target) {
-              if (pilot_ != nullptr) pilot_->RequestSwitch(target);
+        : desk_(desk),
+          thumbnails_(os),
+          preview_(os, desk, thumbnails_,
+                   [this](int target) {
+                       if (pilot_ != nullptr) pilot_->RequestSwitch(target);
+                   }),
+          finder_(os, [this](const FoundWindow& found) {
+              if (pilot_ != nullptr) pilot_->ShowFound(found);
           }) {
         // A hidden top-level window of this desktop: the system ties hotkeys to a window's desktop.
         CreateWindowOf(kPilotClass, WS_EX_TOOLWINDOW, L"Zelkova2 switcher", WS_POPUP,
@@ -53,6 +60,10 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
     void ShowPreview() override { preview_.Show(); }
     void HidePreview() override { preview_.Hide(); }
     bool PreviewShown() override { return ::IsWindowVisible(preview_.Window()) != FALSE; }
+    void ShowFinder() override {
+        preview_.Hide();
+        finder_.Show();
+    }
 
     // Shrinks what this desktop shows into its shared picture.
     void Capture() override {
@@ -84,6 +95,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
     int desk_;
     ThumbnailStore thumbnails_;
     PreviewWindow preview_;
+    FinderWindow finder_;
     Pilot* pilot_ = nullptr;
 };
 

@@ -20,6 +20,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       signals_(os, os),
       state_(os, controller.Id()),
       hotkeys_(os, os, registry_, nullptr, fields_, window, ModNoRepeat),
+      companionHotKeys_(os, registry_, window),
       keyRepeat_(os, os, state_) {
     const auto n = static_cast<std::int16_t>(desk);
     for (std::int16_t target = 1; target <= kDesktopCount; ++target) {
@@ -35,6 +36,12 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
         set_.Add(e, {kShutdown, 0});
     }
     if (const Handle e = signals_.OwnEvent(ShownEventName(desk))) set_.Add(e, {kShown, 0});
+    if (const Handle e = signals_.OwnEvent(FinderEventName(controller.Id(), desk))) {
+        set_.Add(e, {kFinder, 0});
+    }
+    if (const Handle e = signals_.OwnEvent(BringForwardEventName(controller.Id(), desk))) {
+        set_.Add(e, {kBringForward, 0});
+    }
     set_.Add(controller.Process(), {kControllerEnded, 0});
     if (desk != 1) {
         herald_.emplace(os, state_, signals_, controller, Program::Herald, desk, set_,
@@ -54,6 +61,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     hotkeys_.LoadHotKeys();
     hotkeys_.RegisterHotKeys();  // a combination the controller holds is left to it, silently
     ReportRefusedHotKeys();
+    companionHotKeys_.Register();
     (void)os.SetTimer(window_, kCaptureSoon, kMoment);
     (void)os.SetTimer(window_, kCaptureAgain, kHalfMinute);
     if (desk == 1) NoteMissingHerald();
@@ -114,8 +122,16 @@ bool Pilot::Woken(const Wake& wake) {
             return true;
         case kReadReg:
             hotkeys_.ReloadHotKeys();
+            companionHotKeys_.Reload();
+            return true;
+        case kFinder:
+            shell_.ShowFinder();
+            return true;
+        case kBringForward:
+            (void)BringForwardIfAsked(os_, state_, desk_);
             return true;
         case kShown:
+            (void)BringForwardIfAsked(os_, state_, desk_);
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
             return true;
@@ -129,6 +145,10 @@ bool Pilot::Woken(const Wake& wake) {
 
 // What the controller's hotkey would have done for this desktop's block.
 void Pilot::HotKey(int id) {
+    if (IsCompanionHotKeyId(id)) {
+        CompanionHotKey(id);
+        return;
+    }
     NoteShown();
     if (RepeatOf({id})) return;  // MOD_NOREPEAT asks the system for this; Wine does not heed it
     const auto request = HotKeyRequestOf(id, static_cast<std::int16_t>(state_.Previous()));
@@ -138,6 +158,38 @@ void Pilot::HotKey(int id) {
     } else {
         RequestSwitch(request->target);
     }
+}
+
+// Where hotkeys belong to the session, the first switcher holds the companions' ones for every
+// desktop: it acts for the desktop shown, which the key then says nothing about.
+void Pilot::CompanionHotKey(int id) {
+    const bool ownHotKeys = std::any_of(fields_.HotKeyOk.begin(), fields_.HotKeyOk.end(),
+                                        [](std::int32_t ok) { return ok != 0; });
+    if (ownHotKeys) NoteShown();
+    const std::int16_t key = companionHotKeys_.HeldKey(id);
+    if (keyRepeat_.IsRepeat({&key, 1})) return;
+    if (HotKeySettingOf(id).action == HotKeyAction::FindWindow) {
+        OpenFinderOnShownDesktop();
+    } else if (const int target = DesktopInOrder(id, state_.Current())) {
+        RequestSwitch(target);
+    }
+}
+
+// The finder opens where the user is; the switcher there takes the keyboard with the right that
+// the key gave this one.
+void Pilot::OpenFinderOnShownDesktop() {
+    const int shown = state_.Current();
+    if (shown == desk_) {
+        shell_.ShowFinder();
+        return;
+    }
+    if (const std::uint32_t switcher = state_.Block().companions[PilotSlot(shown)])
+        (void)os_.AllowSetForegroundWindow(switcher);
+    (void)signals_.RaiseOwn(FinderEventName(state_.ControllerId(), shown));
+}
+
+void Pilot::ShowFound(const FoundWindow& found) {
+    ShowFoundWindow(os_, signals_, state_, found, [this](int desk) { RequestSwitch(desk); });
 }
 
 // Whether the signal or key that arrived is a held key repeating; `ids` are the hotkeys that may

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+#include "DeskPilot/companion_hotkeys.h"
 #include "hotkeys/hotkeys.h"
 #include "resident/controller_link.h"
 #include "resident/controller_process.h"
@@ -20,6 +21,7 @@
 #include "resident/watchdog.h"
 #include "settings/registry.h"
 #include "shared/signals.h"
+#include "shared/window_finder.h"
 #include "signals/shared_state.h"
 
 namespace zk::companion {
@@ -35,6 +37,8 @@ class Pilot {
         [[nodiscard]] virtual bool PreviewShown() = 0;
         // Takes a picture of what the desktop shows.
         virtual void Capture() = 0;
+        // Opens the window finder on this desktop.
+        virtual void ShowFinder() = 0;
     };
     enum WakeKind {
         kSwitchTo = 1,
@@ -43,7 +47,9 @@ class Pilot {
         kShutdown,
         kShown,
         kControllerEnded,
-        kWatchHerald
+        kWatchHerald,
+        kFinder,
+        kBringForward
     };
     enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2 };
     // The first picture waits until the herald's banner (shown for a second) has gone.
@@ -65,12 +71,16 @@ class Pilot {
     void SessionEnding();
     // Asks the controller, through the bridge, to show desktop `target`.
     void RequestSwitch(int target);
+    // What the finder chose: its desktop is shown and the window brought to the front there.
+    void ShowFound(const FoundWindow& found);
 
     [[nodiscard]] const HotKeyFields& HotKeysHeld() const { return fields_; }
     [[nodiscard]] WaitSet& Set() { return set_; }
 
   private:
     void NoteShown();
+    void CompanionHotKey(int id);
+    void OpenFinderOnShownDesktop();
     bool RepeatOf(std::initializer_list<int> ids);
     void NoteMissingHerald();
     void ReportRefusedHotKeys();
@@ -87,6 +97,7 @@ class Pilot {
     WaitSet set_;
     HotKeyFields fields_;
     HotKeys hotkeys_;
+    CompanionHotKeys companionHotKeys_;
     KeyRepeat keyRepeat_;
     std::optional<Watchdog> herald_;
     // On the controller's own desktop a switch goes straight to its window: one process less on

@@ -77,7 +77,7 @@ Text SettingsDialog::ItemText(int id) {
 void SettingsDialog::Fill() {
     filling_ = true;
     const auto keys = NamedKeys();
-    for (int i = 0; i < kHotKeyCount; ++i) {
+    for (int i = 0; i < kAllHotKeyCount; ++i) {
         ::SetDlgItemTextW(Window(), IDC_LABEL1 + i, W(Text(kHotKeyTable[i].label) + u":"));
         const HWND list = Item(IDC_KEYLIST1 + i);
         ::SendMessageW(list, CB_RESETCONTENT, 0, 0);
@@ -148,7 +148,7 @@ void SettingsDialog::ShowStartButton() {
 }
 
 void SettingsDialog::ShowStates() {
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         const wchar_t* text = L"";
         const auto& notAKey = model_->NotAKey();
         const bool offered = std::find(notAKey.begin(), notAKey.end(), id) != notAKey.end() &&
@@ -206,7 +206,7 @@ bool SettingsDialog::Apply() {
 }
 
 void SettingsDialog::Command(int id, int code) {
-    const auto inRow = [id](int first) { return id >= first && id < first + kHotKeyCount; };
+    const auto inRow = [id](int first) { return id >= first && id < first + kAllHotKeyCount; };
     if (inRow(IDC_HOTKEY1) && code == EN_CHANGE && !filling_) {
         const auto value =
             static_cast<std::uint16_t>(::SendMessageW(Item(id), HKM_GETHOTKEY, 0, 0));
@@ -220,7 +220,7 @@ void SettingsDialog::Command(int id, int code) {
         PickHotKey((id - IDC_KEYLIST1) % 10 + 1);
         ShowStates();
     } else if (id == IDC_LAPTOP) {
-        for (int hotkey = 1; hotkey <= kHotKeyCount; ++hotkey) {
+        for (int hotkey = 1; hotkey <= kAllHotKeyCount; ++hotkey) {
             settings_.hotkeys[hotkey - 1] = LaptopHotKey(hotkey);
             ShowHotKey(hotkey);
         }

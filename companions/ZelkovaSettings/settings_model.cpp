@@ -79,7 +79,7 @@ Settings SettingsModel::Load() {
     Settings settings;
     notAKey_.clear();
     const auto status = ReadHotKeyStatus(os_, registry_);
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         const HotKeyStatus& s = status[id - 1];
         inForce_[id - 1] = s.inForce.value_or(s.stored);
         // A stored pair that names no key is offered its default, which Apply then stores.
@@ -101,7 +101,7 @@ Settings SettingsModel::Load() {
 ComboState SettingsModel::Check(const Settings& settings, int id) {
     const HotKeyCombo& combo = settings.hotkeys[id - 1];
     if (combo.key == 0) return ComboState::Empty;
-    for (int other = 1; other <= kHotKeyCount; ++other) {
+    for (int other = 1; other <= kAllHotKeyCount; ++other) {
         if (other != id && settings.hotkeys[other - 1] == combo) return ComboState::Twice;
     }
     const auto modifiers = static_cast<std::uint32_t>(combo.modifiers);
@@ -115,7 +115,7 @@ ComboState SettingsModel::Check(const Settings& settings, int id) {
 }
 
 bool SettingsModel::Save(const Settings& settings) {
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         const HotKeySetting& setting = HotKeySettingOf(id);
         const HotKeyCombo& combo = settings.hotkeys[id - 1];
         if (!WriteDword(registry_, kSettingsKey, setting.keyValue, combo.key) ||
@@ -163,7 +163,9 @@ ApplyResult SettingsModel::Apply(const Settings& settings) {
     if (!signals.Raise(kReadRegCommand)) return result;
     result.confirmed =
         reloaded != nullptr && os_.WaitForSingleObject(reloaded, kReloadWithin) == WaitObject0;
-    inForce_ = PublishedHotKeys(os_).value_or(settings.hotkeys);
+    inForce_ = settings.hotkeys;
+    if (const auto published = PublishedHotKeys(os_))
+        std::copy(published->begin(), published->end(), inForce_.begin());
     const std::string log = ReadLog(os_).bytes.value_or(std::string());
     if (log.size() <= logBefore) return result;
     for (const std::string& entry : LogEntries(std::string_view(log).substr(logBefore))) {

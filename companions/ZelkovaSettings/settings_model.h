@@ -33,7 +33,7 @@ struct DesktopSettings {
 };
 
 struct Settings {
-    std::array<HotKeyCombo, kHotKeyCount> hotkeys;
+    std::array<HotKeyCombo, kAllHotKeyCount> hotkeys;
     std::array<DesktopSettings, kDesktopCount> desktops;
     bool autostart = false;
     bool banner = true;
@@ -75,7 +75,7 @@ class SettingsModel {
     Os& os_;
     Hwnd probe_;
     Registry registry_;
-    std::array<HotKeyCombo, kHotKeyCount> inForce_{};  // the hotkeys as Zelkova2 read them last
+    std::array<HotKeyCombo, kAllHotKeyCount> inForce_{};  // the hotkeys as Zelkova2 read them last
     std::vector<int> notAKey_;
 };
 

@@ -23,12 +23,12 @@ bool NamesAKey(const HotKeyCombo& combo) {
     return combo.key >= 1 && combo.key <= 254 && (combo.modifiers & ~kModifierBits) == 0;
 }
 
-std::optional<HotKeyPairs> PublishedHotKeys(KernelApi& os) {
+std::optional<std::array<HotKeyCombo, kHotKeyCount>> PublishedHotKeys(KernelApi& os) {
     for (const std::uint32_t id : ControllerProcessIds(os).value_or(std::vector<std::uint32_t>{})) {
         SharedState state(os, id);
         const SharedBlock& block = state.Block();
         if (block.hotKeysPublished != 1) continue;
-        HotKeyPairs pairs;
+        std::array<HotKeyCombo, kHotKeyCount> pairs;
         for (int i = 0; i < kHotKeyCount; ++i)
             pairs[i] = {block.hotKeyModifiers[i], block.hotKeyCodes[i]};
         return pairs;
@@ -36,14 +36,14 @@ std::optional<HotKeyPairs> PublishedHotKeys(KernelApi& os) {
     return std::nullopt;
 }
 
-std::array<HotKeyStatus, kHotKeyCount> ReadHotKeyStatus(KernelApi& os, Registry& registry) {
-    std::array<HotKeyStatus, kHotKeyCount> status;
+std::array<HotKeyStatus, kAllHotKeyCount> ReadHotKeyStatus(KernelApi& os, Registry& registry) {
+    std::array<HotKeyStatus, kAllHotKeyCount> status;
     const auto published = PublishedHotKeys(os);
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         HotKeyStatus& s = status[id - 1];
         s.isStored = ReadHotKeyPair(registry, id, s.stored.key, s.stored.modifiers);
         if (!s.isStored) s.stored = DefaultHotKey(id);
-        if (published) s.inForce = (*published)[id - 1];
+        if (published && IsHotKeyId(id)) s.inForce = (*published)[id - 1];
     }
     return status;
 }
@@ -51,7 +51,7 @@ std::array<HotKeyStatus, kHotKeyCount> ReadHotKeyStatus(KernelApi& os, Registry&
 HotKeyPairs HotKeysAsTheyAre(KernelApi& os, Registry& registry) {
     HotKeyPairs pairs;
     const auto status = ReadHotKeyStatus(os, registry);
-    for (int i = 0; i < kHotKeyCount; ++i)
+    for (int i = 0; i < kAllHotKeyCount; ++i)
         pairs[i] = status[i].inForce.value_or(status[i].stored);
     return pairs;
 }
@@ -59,7 +59,7 @@ HotKeyPairs HotKeysAsTheyAre(KernelApi& os, Registry& registry) {
 std::vector<int> HotKeysNamingNoKey(KernelApi& os, Registry& registry) {
     std::vector<int> ids;
     const auto status = ReadHotKeyStatus(os, registry);
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         const HotKeyStatus& s = status[id - 1];
         if (!NamesAKey(s.stored) || (s.inForce && !NamesAKey(*s.inForce))) ids.push_back(id);
     }
@@ -73,7 +73,7 @@ int HotKeyIdInLogEntry(TextApi& os, const std::string& entry, const HotKeyPairs&
         const auto at = entry.find(marker);
         if (at == std::string::npos) continue;
         const Text described = os.MultiByteToWideChar(entry.substr(at + marker.size()));
-        for (int id = 1; id <= kHotKeyCount; ++id) {
+        for (int id = 1; id <= kAllHotKeyCount; ++id) {
             const HotKeyCombo& c = pairs[id - 1];
             if (described == DecimalText(c.modifiers) + u" + " + KeyDisplayName(os, c.key))
                 return id;

@@ -14,12 +14,12 @@
 
 namespace zk::companion {
 
-using HotKeyPairs = std::array<HotKeyCombo, kHotKeyCount>;  // by id, from index 0
+using HotKeyPairs = std::array<HotKeyCombo, kAllHotKeyCount>;  // by id, from index 0
 
 struct HotKeyStatus {
     HotKeyCombo stored;                  // the default where no pair can be read
     bool isStored = false;               // false: the default
-    std::optional<HotKeyCombo> inForce;  // what the running Zelkova2 holds
+    std::optional<HotKeyCombo> inForce;  // what the running controller holds (its own hotkeys)
 };
 
 [[nodiscard]] HotKeyCombo DefaultHotKey(int id);
@@ -28,9 +28,9 @@ struct HotKeyStatus {
 // A virtual key (1 to 254) with modifiers from Alt, Ctrl, Shift and Win only.
 [[nodiscard]] bool NamesAKey(const HotKeyCombo& combo);
 // The controller's published pairs; nothing while no controller runs or it has published none.
-[[nodiscard]] std::optional<HotKeyPairs> PublishedHotKeys(KernelApi& os);
-[[nodiscard]] std::array<HotKeyStatus, kHotKeyCount> ReadHotKeyStatus(KernelApi& os,
-                                                                      Registry& registry);
+[[nodiscard]] std::optional<std::array<HotKeyCombo, kHotKeyCount>> PublishedHotKeys(KernelApi& os);
+[[nodiscard]] std::array<HotKeyStatus, kAllHotKeyCount> ReadHotKeyStatus(KernelApi& os,
+                                                                         Registry& registry);
 // What the user meets: the pairs in force, or where none are published the stored ones.
 [[nodiscard]] HotKeyPairs HotKeysAsTheyAre(KernelApi& os, Registry& registry);
 // The ids whose stored pair, or pair in force, names no key.

@@ -18,8 +18,8 @@ bool OfTheShell(const Text& className) {
 }
 
 bool OneOfOurs(const Text& program) {
-    constexpr std::array kOurs = {Program::Controller, Program::Pilot, Program::Herald,
-                                  Program::Reporter, Program::Settings};
+    constexpr std::array kOurs = {Program::Controller, Program::Pilot,    Program::Herald,
+                                  Program::Reporter,   Program::Settings, Program::Launcher};
     return std::any_of(kOurs.begin(), kOurs.end(),
                        [&](Program ours) { return IsProgramFile(program, ours); });
 }

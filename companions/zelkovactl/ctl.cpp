@@ -103,8 +103,8 @@ std::string Ctl::Help() {
             std::string usage = std::string(command.name) + " " + command.arguments;
             usage.resize(std::max<std::size_t>(usage.size() + 1, 22), ' ');
             std::string line = command.help;
-            for (const auto& [token, number] :
-                 {std::pair{"{desktops}", kDesktopCount}, std::pair{"{hotkeys}", kHotKeyCount}}) {
+            for (const auto& [token, number] : {std::pair{"{desktops}", kDesktopCount},
+                                                std::pair{"{hotkeys}", kAllHotKeyCount}}) {
                 if (const auto at = line.find(token); at != std::string::npos)
                     line.replace(at, std::strlen(token), std::to_string(number));
             }
@@ -344,7 +344,7 @@ int Ctl::Restart(const Args&) {
 // a pair it cannot read); a stored pair that names no key is said to be one.
 int Ctl::HotKeys(const Args&) {
     const auto status = companion::ReadHotKeyStatus(os_, registry_);
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         const companion::HotKeyStatus& s = status[id - 1];
         std::string action = HotKeySettingOf(id).name;
         action.resize(18, ' ');
@@ -377,9 +377,9 @@ bool Ctl::WriteHotKey(int id, std::int16_t key, std::int16_t modifiers) {
 int Ctl::SetHotKey(const Args& args) {
     const std::string& idText = args[0];
     const std::string& comboText = args[1];
-    const auto id = Number(idText, 1, kHotKeyCount);
+    const auto id = Number(idText, 1, kAllHotKeyCount);
     if (!id) {
-        return Usage("hotkey set: the id is a number from 1 to " + std::to_string(kHotKeyCount) +
+        return Usage("hotkey set: the id is a number from 1 to " + std::to_string(kAllHotKeyCount) +
                      ", not '" + idText + "'");
     }
     std::string error;
@@ -393,11 +393,11 @@ int Ctl::SetHotKey(const Args& args) {
 
 int Ctl::ResetHotKey(const Args& args) {
     const std::string& which = args[0];
-    int first = 1, last = kHotKeyCount;
+    int first = 1, last = kAllHotKeyCount;
     if (which != "all") {
-        const auto id = Number(which, 1, kHotKeyCount);
+        const auto id = Number(which, 1, kAllHotKeyCount);
         if (!id) {
-            return Usage("hotkey reset: give an id from 1 to " + std::to_string(kHotKeyCount) +
+            return Usage("hotkey reset: give an id from 1 to " + std::to_string(kAllHotKeyCount) +
                          " or 'all', not '" + which + "'");
         }
         first = last = *id;
@@ -415,7 +415,7 @@ int Ctl::PresetHotKeys(const Args& args) {
     const std::string& preset = args[0];
     if (preset != "keypad" && preset != "laptop")
         return Usage("hotkey preset: say keypad or laptop, not '" + preset + "'");
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kAllHotKeyCount; ++id) {
         const HotKeyCombo combo =
             preset == "laptop" ? companion::LaptopHotKey(id) : companion::DefaultHotKey(id);
         if (!WriteHotKey(id, combo.key, combo.modifiers)) return kExitFailed;

@@ -16,6 +16,8 @@ std::optional<HotKeyRequest> HotKeyRequestOf(int id, std::int16_t previousDesk) 
             return HotKeyRequest{KindSwitchTo, previousDesk};
         case HotKeyAction::ShowPreview:
             return HotKeyRequest{KindShowPreview, 0};
+        default:  // the companions' own
+            return std::nullopt;
     }
     return std::nullopt;
 }

@@ -1,7 +1,9 @@
 #pragma once
-// The six hotkeys, one row each: the id the system reports, the registry values under
+// The hotkeys, one row each: the id the system reports, the registry values under
 // HKEY_CURRENT_USER "Software\Zelkova", the default pair, what the hotkey does and how the user
 // sees it named. Every program that registers, lists, edits or explains a hotkey reads this table.
+// The controller holds the first six (its twelve values); the companions hold the rest, stored
+// beside them under names of their own.
 
 #include <array>
 #include <cstdint>
@@ -18,7 +20,15 @@ inline constexpr std::int16_t ModControl = 2;
 inline constexpr std::int16_t ModShift = 4;
 inline constexpr std::int16_t ModWin = 8;
 
-enum class HotKeyAction { ShowDesktop, ShowPreviousDesktop, ShowPreview };
+enum class HotKeyAction {
+    ShowDesktop,
+    ShowPreviousDesktop,
+    ShowPreview,
+    // The companions' own:
+    FindWindow,        // the window finder, on the desktop shown
+    ShowNextDesktop,   // the next desktop in order, from the last to the first
+    ShowPriorDesktop,  // the one before in order, from the first to the last
+};
 
 struct HotKeySetting {
     int id;
@@ -49,12 +59,28 @@ inline constexpr auto kHotKeyTable = std::to_array<HotKeySetting>({
      HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Previous desktop", 0x08},
     {6, u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl,
      HotKeyAction::ShowPreview, 0, "preview", u"Pre&view", 0xBB},
+    {7, u"FindWindowKey", u"FindWindowKeyMod", 0x20, ModAlt + ModControl, HotKeyAction::FindWindow,
+     0, "find a window", u"&Find a window", 0x20},
+    {8, u"NextDesktopKey", u"NextDesktopKeyMod", 0x27, ModAlt + ModControl,
+     HotKeyAction::ShowNextDesktop, 0, "next desktop", u"Ne&xt desktop", 0x27},
+    {9, u"PriorDesktopKey", u"PriorDesktopKeyMod", 0x25, ModAlt + ModControl,
+     HotKeyAction::ShowPriorDesktop, 0, "desktop before", u"Desktop bef&ore", 0x25},
 });
-inline constexpr int kHotKeyCount = static_cast<int>(kHotKeyTable.size());
+// Every hotkey; the controller's are ids 1 to kHotKeyCount, the companions' the ones after.
+inline constexpr int kAllHotKeyCount = static_cast<int>(kHotKeyTable.size());
+inline constexpr int kHotKeyCount = 6;
+inline constexpr int kFirstCompanionHotKey = kHotKeyCount + 1;
+static_assert(kHotKeyTable[kHotKeyCount - 1].action == HotKeyAction::ShowPreview &&
+              kHotKeyTable[kHotKeyCount].action == HotKeyAction::FindWindow);
 
+// One of the controller's hotkeys.
 [[nodiscard]] constexpr bool IsHotKeyId(int id) {
     return id >= 1 && id <= kHotKeyCount;
 }
+[[nodiscard]] constexpr bool IsCompanionHotKeyId(int id) {
+    return id >= kFirstCompanionHotKey && id <= kAllHotKeyCount;
+}
+// Of any hotkey, the companions' too.
 inline const HotKeySetting& HotKeySettingOf(int id) {
     return kHotKeyTable.at(static_cast<std::size_t>(id - 1));
 }
@@ -67,8 +93,8 @@ inline const HotKeySetting& HotKeySettingOf(int id) {
     return 0;
 }
 
-// What a press of hotkey `id` asks of the shown desktop's switcher: a signal kind with its
-// target desktop. Nothing for an id outside the table, or for "previous" while `previousDesk`
+// What a press of the controller's hotkey `id` asks of the shown desktop's switcher: a signal
+// kind with its target desktop. Nothing for another id, or for "previous" while `previousDesk`
 // names no desktop.
 struct HotKeyRequest {
     std::int32_t kind;

@@ -125,6 +125,7 @@ inline constexpr int GwlpWndProc = -4;
 inline constexpr int GwlStyle = -16;
 inline constexpr int GwlExStyle = -20;
 inline constexpr std::uint32_t WsVisible = 0x10000000;
+inline constexpr std::uint32_t WsMinimize = 0x20000000;
 inline constexpr std::uint32_t WsExToolWindow = 0x00000080;
 inline constexpr int GwlpUserData = -21;
 inline constexpr std::uint32_t GwOwner = 4;

@@ -49,6 +49,10 @@ struct SharedBlock {
     std::uint32_t hotKeysPublished;
     // Bit N: the herald of desktop N holds the hotkeys while its switcher starts again.
     std::uint32_t hotKeysStandIn;
+    // A window that the finder has chosen, for the switcher of its desktop to bring to the front
+    // once that desktop is shown; 0 when none is waiting.
+    std::uint64_t bringForward;
+    std::int16_t bringForwardDesk;
 };
 
 class SharedState {

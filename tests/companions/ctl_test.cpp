@@ -114,7 +114,7 @@ TEST_F(CtlTest, CommandsSignalTheControllerAndWaitForTheirEffect) {
 
 TEST_F(CtlTest, BadInputGetsOneLineAndExitCodeTwo) {
     for (const char* line : {"", "bogus", "switch", "switch 5", "switch x", "switch 2 3",
-                             "hotkey set 7 Ctrl+A", "hotkey set 1 Ctrl+Banana", "hotkey reset 9",
+                             "hotkey set 10 Ctrl+A", "hotkey set 1 Ctrl+Banana", "hotkey reset 10",
                              "hotkey frob", "log --tail 0", "log -n", "autostart maybe"}) {
         std::istringstream words(line);
         EXPECT_EQ(Run({std::istream_iterator<std::string>(words), {}}), kExitUsage) << line;
@@ -138,7 +138,10 @@ TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
               "3  desktop 3         Ctrl+Alt+Num 3  (default)\n"
               "4  desktop 4         Ctrl+Alt+Num 4  (default)\n"
               "5  previous desktop  Ctrl+Alt+Backspace  (default)\n"
-              "6  preview           Ctrl+Alt+Num +  (default)\n");
+              "6  preview           Ctrl+Alt+Num +  (default)\n"
+              "7  find a window     Ctrl+Alt+Space  (default)\n"
+              "8  next desktop      Ctrl+Alt+Right  (default)\n"
+              "9  desktop before    Ctrl+Alt+Left  (default)\n");
     StartZelkova();
     EXPECT_EQ(Run({"hotkey", "set", "5", "Ctrl+Alt+F9"}), kExitOk);
     EXPECT_EQ(StoredDword(u"PrevDesktopKey"), 0x78);

@@ -27,6 +27,7 @@ struct FakeShell final : Pilot::Shell {
     }
     bool PreviewShown() override { return shown; }
     void Capture() override { calls.push_back("capture"); }
+    void ShowFinder() override { calls.push_back("finder"); }
     std::vector<std::string> calls;
     bool shown = false;
 };
@@ -107,6 +108,64 @@ TEST_P(PilotTest, AHotKeyOrASignalAsksForItsDesktopAtOnceWithoutAPicture) {
     EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop4"});
     EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "capture"), 0);
     EXPECT_EQ(shell_.calls.back(), "hide");
+}
+
+// The companions' hotkeys: the next desktop and the one before wrap around, and the finder opens
+// on the desktop shown. Where hotkeys belong to the session, one switcher holds these for all
+// desktops: it asks the shown desktop's switcher to open the finder.
+TEST_P(PilotTest, NextAndBeforeWrapAndTheFinderOpensWhereTheUserIs) {
+    Start(4);
+    s_.os.ShowDesktopInOtherProcess(u"desk4");
+    SharedState state(s_.os, s_.controller);
+    const auto press = [&](int shown, std::uint32_t key) {
+        state.RecordSwitch(shown);
+        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, key));
+        Pump();
+    };
+    press(4, 0x27);  // right
+    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop1"});
+    press(4, 0x25);  // left
+    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop3"});
+    press(4, 0x20);  // space
+    EXPECT_EQ(shell_.calls.back(), "finder");
+    if (GetParam() == sim::HotKeyScope::Session) {
+        press(2, 0x20);
+        EXPECT_TRUE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.Finder." +
+                                                     std::to_string(s_.controller) + ".2"));
+        s_.os.SetEventInOtherProcess("Local\\Zelkova2.Finder." + std::to_string(s_.controller) +
+                                     ".4");  // asked by another switcher
+        Pump();
+        EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "finder"), 2);
+    }
+    for (const auto& [id, from, to] :
+         {std::tuple{8, 4, 1}, {8, 1, 2}, {9, 1, 4}, {9, 3, 2}, {1, 3, 0}})
+        EXPECT_EQ(DesktopInOrder(id, from), to) << id << " from " << from;
+}
+
+// The finder's choice on another desktop: that desktop's switcher brings the window to the front
+// once its desktop is shown, restored if it was minimised (SetForegroundWindow, Remarks: a window
+// of the input desktop, by a process given the right).
+TEST_P(PilotTest, TheWindowTheFinderChoseComesToTheFrontOnceItsDesktopIsShown) {
+    Start(3);
+    const Hwnd notepad =
+        s_.os.CreateWindowInOtherProcess(u"Untitled - Notepad", nullptr, sim::kOtherProcessId,
+                                         Text(u"desk3"), WsVisible | WsMinimize);
+    SharedState state(s_.os, s_.controller);
+    s_.os.GrantForegroundFromOtherProcess();  // by the finder's switcher, which took the Enter key
+    Signals finder(s_.os, s_.os);
+    int switched = 0;
+    ShowFoundWindow(s_.os, finder, state, {3, notepad, u"Untitled - Notepad", u"notepad.exe", 0},
+                    [&](int desk) { switched = desk; });
+    EXPECT_EQ(switched, 3);
+    Pump();
+    EXPECT_EQ(s_.os.ForegroundWindow(), nullptr) << "not before its desktop is shown";
+    state.RecordSwitch(3);
+    s_.os.ShowDesktopInOtherProcess(u"desk3");
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown3");
+    Pump();
+    EXPECT_EQ(s_.os.ForegroundWindow(), notepad);
+    EXPECT_FALSE(s_.os.IsIconic(notepad));
+    EXPECT_EQ(state.Block().bringForward, 0u);
 }
 
 // On the controller's desktop the command goes to its window, and the switcher notes the switch

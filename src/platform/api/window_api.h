@@ -14,6 +14,11 @@ class WindowApi : public virtual SystemApi {
     virtual Handle RemovePropW(Hwnd window, const Text& name) = 0;
     [[nodiscard]] virtual bool IsWindow(Hwnd window) = 0;
     [[nodiscard]] virtual bool IsWindowVisible(Hwnd window) = 0;
+    [[nodiscard]] virtual bool IsIconic(Hwnd window) = 0;
+    virtual bool ShowWindow(Hwnd window, int command) = 0;
+    // Only for a window of the input desktop, and only by a process that may: it received the
+    // last input, was started by the foreground process, or was given the right.
+    virtual bool SetForegroundWindow(Hwnd window) = 0;
     // Lets another process bring a window to the front: only a process that may do so itself
     // (it received the last input) can pass the right on.
     virtual bool AllowSetForegroundWindow(std::uint32_t processId) = 0;

@@ -112,8 +112,8 @@ class Session {
     // Whether the last input (a key, a hotkey) went to the simulated process: then it may bring
     // a window to the front, and pass that right on.
     bool hasLastInput = false;
-    // Whether the foreground process (the shell, where the user double-clicked) started it: that
-    // gives the same right.
+    // Whether the foreground process (the shell, where the user double-clicked) started it, or a
+    // process that may passed its right on: either gives the same right.
     bool startedByForeground = false;
 
     // Set by the windows part: whether the simulated thread owns windows, and the windows of a

@@ -14,6 +14,7 @@ constexpr std::uint32_t kErrorClassAlreadyExists = 1410;
 constexpr std::uint32_t kErrorCannotFindWndClass = 1407;
 constexpr std::uint32_t kErrorResourceNameNotFound = 1814;
 constexpr std::uint32_t kWsVisible = 0x10000000;
+
 constexpr std::uint32_t kImageIcon = 1;
 constexpr std::uint32_t kLrShared = 0x8000;
 const Hinstance kModuleHandle = HandleFrom<Hinstance>(0x140000000);
@@ -116,6 +117,48 @@ bool SimWindows::IsWindowVisible(Hwnd window) {
     (void)session_.Enter("IsWindowVisible", Hex(window));
     const SimWindow* w = Find(window);
     return w != nullptr && (w->style & kWsVisible) != 0;
+}
+
+bool SimWindows::IsIconic(Hwnd window) {
+    (void)session_.Enter("IsIconic", Hex(window));
+    const SimWindow* w = Find(window);
+    return w != nullptr && (w->style & WsMinimize) != 0;
+}
+
+bool SimWindows::ShowWindow(Hwnd window, int command) {
+    if (session_.Enter("ShowWindow", Hex(window) + " " + std::to_string(command))) return false;
+    auto it = windows_.find(HandleValue(window));
+    if (it == windows_.end()) return false;
+    const bool wasVisible = (it->second.style & kWsVisible) != 0;
+    switch (command) {
+        case 0:  // SW_HIDE
+            it->second.style &= ~kWsVisible;
+            break;
+        case 6:  // SW_MINIMIZE
+            it->second.style |= WsMinimize | kWsVisible;
+            break;
+        case 1:  // SW_SHOWNORMAL
+        case 9:  // SW_RESTORE
+            it->second.style &= ~WsMinimize;
+            it->second.style |= kWsVisible;
+            break;
+        default:  // SW_SHOW and the rest
+            it->second.style |= kWsVisible;
+            break;
+    }
+    return wasVisible;
+}
+
+// SetForegroundWindow's page: a window of the input desktop, by a process that may.
+bool SimWindows::SetForegroundWindow(Hwnd window) {
+    if (session_.Enter("SetForegroundWindow", Hex(window))) return false;
+    const SimWindow* w = Find(window);
+    if (w == nullptr || w->desktop != session_.inputDesktop ||
+        (!session_.hasLastInput && !session_.startedByForeground)) {
+        return false;
+    }
+    foreground_ = window;
+    return true;
 }
 
 bool SimWindows::AllowSetForegroundWindow(std::uint32_t processId) {

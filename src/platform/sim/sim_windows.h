@@ -35,6 +35,9 @@ class SimWindows : public virtual WindowApi {
     Handle RemovePropW(Hwnd window, const Text& name) override;
     bool IsWindow(Hwnd window) override;
     bool IsWindowVisible(Hwnd window) override;
+    bool IsIconic(Hwnd window) override;
+    bool ShowWindow(Hwnd window, int command) override;
+    bool SetForegroundWindow(Hwnd window) override;
     bool AllowSetForegroundWindow(std::uint32_t processId) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     Text GetWindowTextW(Hwnd window) override;
@@ -69,6 +72,10 @@ class SimWindows : public virtual WindowApi {
     Hwnd FindWindowByCaption(const Text& caption) const;
     // The processes the simulated one let bring a window to the front, in order.
     const std::vector<std::uint32_t>& ForegroundGrants() const { return foregroundGrants_; }
+    // The window the simulated process last brought to the front.
+    Hwnd ForegroundWindow() const { return foreground_; }
+    // Another process that may bring a window to the front passes the right on to this one.
+    void GrantForegroundFromOtherProcess() { session_.startedByForeground = true; }
     // A window of another process, shown on the input desktop unless another is named; its
     // procedure (if any) handles what is sent to it.
     Hwnd CreateWindowInOtherProcess(const Text& caption = {}, WndProc procedure = nullptr,
@@ -98,6 +105,7 @@ class SimWindows : public virtual WindowApi {
     std::map<std::pair<Ansi, int>, Handle> sharedIcons_;
     std::intptr_t nextIcon_ = 0x30001;
     std::vector<std::uint32_t> foregroundGrants_;
+    Hwnd foreground_ = nullptr;
 };
 
 }  // namespace zk::sim

@@ -32,6 +32,15 @@ bool Win32Windows::IsWindow(Hwnd window) {
 bool Win32Windows::IsWindowVisible(Hwnd window) {
     return Keep(::IsWindowVisible(window)) != 0;
 }
+bool Win32Windows::IsIconic(Hwnd window) {
+    return Keep(::IsIconic(window)) != 0;
+}
+bool Win32Windows::ShowWindow(Hwnd window, int command) {
+    return Keep(::ShowWindow(window, command)) != 0;
+}
+bool Win32Windows::SetForegroundWindow(Hwnd window) {
+    return Keep(::SetForegroundWindow(window)) != 0;
+}
 bool Win32Windows::AllowSetForegroundWindow(std::uint32_t processId) {
     return Keep(::AllowSetForegroundWindow(processId)) != 0;
 }

@@ -11,6 +11,9 @@ class Win32Windows : public virtual WindowApi {
     Handle RemovePropW(Hwnd window, const Text& name) override;
     bool IsWindow(Hwnd window) override;
     bool IsWindowVisible(Hwnd window) override;
+    bool IsIconic(Hwnd window) override;
+    bool ShowWindow(Hwnd window, int command) override;
+    bool SetForegroundWindow(Hwnd window) override;
     bool AllowSetForegroundWindow(std::uint32_t processId) override;
     std::uint32_t GetWindowThreadProcessId(Hwnd window, std::uint32_t* processId) override;
     Text GetWindowTextW(Hwnd window) override;

@@ -1,0 +1,240 @@
+#include "DeskPilot/finder_window.h"
+
+#include <algorithm>
+
+#include "platform/win32/wide_text.h"
+#include "settings/registry.h"
+#include "shared/companion_settings.h"
+#include "window/monitor.h"
+
+using zk::win32::W;
+
+namespace zk::companion {
+namespace {
+
+constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242),
+                   kDim = RGB(160, 166, 176), kChosen = RGB(58, 66, 82), kQuery = RGB(44, 50, 62);
+constexpr int kWidth = 640, kRowHeight = 30, kQueryHeight = 44, kVisibleRows = 12;
+
+void Fill(HDC dc, const RECT& r, COLORREF colour) {
+    const UniqueBrush brush(::CreateSolidBrush(colour));
+    ::FillRect(dc, &r, brush.get());
+}
+
+// The window's own small icon, its class's, or the system's for a program.
+HICON IconOf(HWND window) {
+    auto icon = reinterpret_cast<HICON>(::GetClassLongPtrW(window, GCLP_HICONSM));
+    if (icon == nullptr) icon = reinterpret_cast<HICON>(::GetClassLongPtrW(window, GCLP_HICON));
+    return icon != nullptr ? icon : ::LoadIconW(nullptr, IDI_APPLICATION);
+}
+
+}  // namespace
+
+FinderWindow::FinderWindow(Os& os, std::function<void(const FoundWindow&)> show)
+    : os_(os), show_(std::move(show)) {
+    CreateWindowOf(kFinderClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW, L"Zelkova2 Find",
+                   WS_POPUP | WS_BORDER, RECT{0, 0, 1, 1});
+}
+
+int FinderWindow::Rows() const {
+    return finder_ ? std::min<int>(kVisibleRows, static_cast<int>(finder_->Matches().size())) : 0;
+}
+
+void FinderWindow::LayOut() {
+    dpi_ = static_cast<int>(::GetDpiForWindow(Window()));
+    rowHeight_ = Scale(kRowHeight, dpi_);
+    queryHeight_ = Scale(kQueryHeight, dpi_);
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
+                                 static_cast<UINT>(dpi_));
+    metrics.lfMessageFont.lfHeight = -Scale(14, dpi_);
+    font_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+    const Rect monitor = WorkMonitor();
+    const int width = std::min(Scale(kWidth, dpi_), monitor.Width());
+    const int height = queryHeight_ + std::max(Rows(), 1) * rowHeight_ + 2;
+    ::SetWindowPos(Window(), HWND_TOPMOST, monitor.left + (monitor.Width() - width) / 2,
+                   monitor.top + monitor.Height() / 5, width, height, SWP_NOACTIVATE);
+}
+
+void FinderWindow::Show() {
+    Registry registry(os_);
+    for (int d = 1; d <= kDesktopCount; ++d)
+        names_[d - 1] = DesktopName(registry, d);
+    finder_.emplace(AllUserWindows(os_));
+    first_ = 0;
+    Changed();
+    ::ShowWindow(Window(), SW_SHOW);
+    ::SetForegroundWindow(Window());
+    ::SetFocus(Window());
+}
+
+void FinderWindow::Hide() {
+    ::ShowWindow(Window(), SW_HIDE);
+    finder_.reset();
+}
+
+// The caption says what is shown, for what can read a window but not its picture.
+void FinderWindow::Changed() {
+    const auto chosen = finder_->Chosen();
+    if (chosen) {
+        if (*chosen < first_) first_ = *chosen;
+        if (*chosen >= first_ + kVisibleRows) first_ = *chosen + 1 - kVisibleRows;
+    }
+    Text caption = u"Zelkova2 Find: " + finder_->Query() + u"; " +
+                   DecimalText(static_cast<std::int64_t>(finder_->Matches().size())) + u" windows";
+    if (const FoundWindow* w = finder_->ChosenWindow())
+        caption += u"; chosen: " + w->title + u" (desktop " + DecimalText(w->desk) + u")";
+    ::SetWindowTextW(Window(), W(caption));
+    LayOut();
+    ::InvalidateRect(Window(), nullptr, FALSE);
+}
+
+void FinderWindow::Choose() {
+    const FoundWindow* chosen = finder_ ? finder_->ChosenWindow() : nullptr;
+    if (chosen == nullptr) return;
+    const FoundWindow found = *chosen;
+    Hide();
+    show_(found);
+}
+
+void FinderWindow::Key(UINT key) {
+    switch (key) {
+        case VK_UP:
+            finder_->Move(-1);
+            break;
+        case VK_DOWN:
+            finder_->Move(1);
+            break;
+        case VK_PRIOR:
+            finder_->Move(-kVisibleRows);
+            break;
+        case VK_NEXT:
+            finder_->Move(kVisibleRows);
+            break;
+        case VK_RETURN:
+            Choose();
+            return;
+        case VK_ESCAPE:
+            Hide();
+            return;
+        default:
+            return;
+    }
+    Changed();
+}
+
+LRESULT FinderWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!finder_ && message != WM_PAINT) return Default(message, wParam, lParam);
+    switch (message) {
+        case WM_KEYDOWN:
+            Key(static_cast<UINT>(wParam));
+            return 0;
+        case WM_CHAR: {
+            Text query = finder_->Query();
+            const auto c = static_cast<char16_t>(wParam);
+            if (c == u'\b') {
+                if (!query.empty()) query.pop_back();
+            } else if (c >= u' ') {
+                query += c;
+            } else {
+                return 0;
+            }
+            finder_->SetQuery(query);
+            first_ = 0;
+            Changed();
+            return 0;
+        }
+        case WM_MOUSEWHEEL:
+            finder_->Move(GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? -1 : 1);
+            Changed();
+            return 0;
+        case WM_LBUTTONUP: {
+            const int y = static_cast<short>(HIWORD(lParam)) - queryHeight_;
+            if (y >= 0 && rowHeight_ > 0) {
+                finder_->ChooseAt(first_ + static_cast<std::size_t>(y / rowHeight_));
+                Choose();
+            }
+            return 0;
+        }
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE) Hide();  // clicked elsewhere
+            return 0;
+        case WM_DPICHANGED:
+            LayOut();
+            return 0;
+        case WM_PAINT:
+            Paint();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;  // painted whole, off screen: no flicker
+        default:
+            return Default(message, wParam, lParam);
+    }
+}
+
+// Drawn into a bitmap first and put on the screen in one go.
+void FinderWindow::Paint() {
+    PAINTSTRUCT ps;
+    const HDC screen = ::BeginPaint(Window(), &ps);
+    RECT client;
+    ::GetClientRect(Window(), &client);
+    const UniqueMemoryDc dc(::CreateCompatibleDC(screen));
+    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, client.right, client.bottom));
+    if (finder_) {
+        const Selection canvas(dc.get(), bitmap.get());
+        const Selection font(dc.get(), font_.get());
+        Fill(dc.get(), client, kBackground);
+        ::SetBkMode(dc.get(), TRANSPARENT);
+        const int pad = Scale(10, dpi_), icon = Scale(16, dpi_), chip = Scale(10, dpi_);
+        RECT query{0, 0, client.right, queryHeight_};
+        Fill(dc.get(), query, kQuery);
+        query.left += pad;
+        const Text prompt = finder_->Query().empty()
+                                ? Text(u"Find a window: type part of its title")
+                                : finder_->Query() + u"\u258F";
+        ::SetTextColor(dc.get(), finder_->Query().empty() ? kDim : kText);
+        ::DrawTextW(dc.get(), W(prompt), -1, &query,
+                    DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+        const auto& matches = finder_->Matches();
+        const auto chosen = finder_->Chosen();
+        if (matches.empty()) {
+            RECT none{pad, queryHeight_, client.right - pad, queryHeight_ + rowHeight_};
+            ::SetTextColor(dc.get(), kDim);
+            ::DrawTextW(dc.get(), L"No window has that in its title or program.", -1, &none,
+                        DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+        }
+        for (int row = 0; row < Rows(); ++row) {
+            const std::size_t at = first_ + static_cast<std::size_t>(row);
+            if (at >= matches.size()) break;
+            const FoundWindow& w = *matches[at];
+            const int top = queryHeight_ + row * rowHeight_;
+            RECT line{0, top, client.right, top + rowHeight_};
+            if (chosen && *chosen == at) Fill(dc.get(), line, kChosen);
+            ::DrawIconEx(dc.get(), pad, top + (rowHeight_ - icon) / 2, IconOf(w.window), icon, icon,
+                         0, nullptr, DI_NORMAL);
+            // The desktop, at the right: a chip in its colour and its name.
+            const Text desk = names_[w.desk - 1];
+            SIZE deskSize{};
+            ::GetTextExtentPoint32W(dc.get(), W(desk), static_cast<int>(desk.size()), &deskSize);
+            const int deskLeft = client.right - pad - deskSize.cx;
+            const Rgb colour = DesktopColour(w.desk);
+            Fill(dc.get(),
+                 RECT{deskLeft - pad / 2 - chip, top + (rowHeight_ - chip) / 2, deskLeft - pad / 2,
+                      top + (rowHeight_ + chip) / 2},
+                 RGB(colour.r, colour.g, colour.b));
+            RECT deskRect{deskLeft, top, client.right - pad, top + rowHeight_};
+            ::SetTextColor(dc.get(), kDim);
+            ::DrawTextW(dc.get(), W(desk), -1, &deskRect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+            RECT title{pad * 2 + icon, top, deskLeft - pad - chip - pad, top + rowHeight_};
+            const Text text = w.title + u"  \u2014  " + w.program;
+            ::SetTextColor(dc.get(), kText);
+            ::DrawTextW(dc.get(), W(text), -1, &title,
+                        DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+        }
+        ::BitBlt(screen, 0, 0, client.right, client.bottom, dc.get(), 0, 0, SRCCOPY);
+    }
+    ::EndPaint(Window(), &ps);
+}
+
+}  // namespace zk::companion
