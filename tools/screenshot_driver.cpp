@@ -122,6 +122,22 @@ int wmain() {
     Ctl(L"switch 1");
     ::Sleep(1500);
 
+    // Programs on three desktops, then the finder over every desktop's windows.
+    {
+        const Running web(L"C:\\windows\\notepad.exe", L"desk2");
+        const Running mail(L"C:\\windows\\system32\\winemine.exe", L"desk3");
+        const Running tools(L"C:\\windows\\regedit.exe", L"desk4");
+        ::Sleep(3000);
+        Ctl(L"switch 1");
+        ::Sleep(1500);
+        (void)zk::support::TypeOn(L"Default", {VK_CONTROL, VK_MENU, VK_SPACE});
+        if (const HWND finder = WaitFor(L"Default", L"Zelkova2Finder")) {
+            Shoot("finder", finder);
+            ::PostMessageW(finder, WM_KEYDOWN, VK_ESCAPE, 0);
+            ::Sleep(500);
+        }
+    }
+
     {
         const Running settings(ProgramFolder() + L"\\ZelkovaSettings.exe");
         if (const HWND dialog = WaitFor(L"Default", L"#32770")) {

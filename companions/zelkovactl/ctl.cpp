@@ -1,6 +1,7 @@
 #include "zelkovactl/ctl.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <deque>
 #include <functional>
@@ -17,6 +18,7 @@
 #include "shared/hotkeys_in_force.h"
 #include "shared/signals.h"
 #include "shared/user_windows.h"
+#include "shared/window_finder.h"
 #include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "tool_support/autostart.h"
@@ -67,6 +69,9 @@ const std::vector<Ctl::Command>& Ctl::Commands() {
     static const std::vector<Command> commands = {
         {"switch", "N", "show desktop N (1 to {desktops})", kRunning, 1, 1, &Ctl::Switch},
         {"reload", "", "read the hotkey settings again", kRunning, 0, 0, &Ctl::Reload},
+        {"find", "TEXT",
+         "show the first window whose title or program holds TEXT, as the finder does", kRunning, 1,
+         16, &Ctl::Find},
         {"shutdown", "", "end Zelkova2 (and name the windows left out of reach)", kRunning, 0, 0,
          &Ctl::Shutdown},
         {"start", "[--wait]", "show desktop 1, then start Zelkova2 (--wait: until it ends)",
@@ -86,6 +91,8 @@ const std::vector<Ctl::Command>& Ctl::Commands() {
          &Ctl::Autostart},
         {"status", "", "whether Zelkova2 runs, the desktop shown, the desktops there are",
          kInformation, 0, 0, &Ctl::Status},
+        {"windows", "[--json]", "every desktop's windows: desktop, program, process id, title",
+         kInformation, 0, 1, &Ctl::Windows},
         {"log", "[--tail N]", "the newest N entries of the error log (20 if not given)",
          kInformation, 0, 2, &Ctl::Log},
     };
@@ -475,6 +482,77 @@ int Ctl::Log(const Args& args) {
     for (std::size_t i = first; i < entries.size(); ++i)
         out_ << Utf8Text(companion::ExplainLogEntry(os_, entries[i], pairs)) << "\n";
     return kExitOk;
+}
+
+namespace {
+
+// A JSON string: quotes, backslashes and control characters escaped.
+std::string Json(const std::string& text) {
+    std::string out = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
+            out += escaped;
+        } else {
+            out += c;
+        }
+    }
+    return out + "\"";
+}
+
+}  // namespace
+
+int Ctl::Windows(const Args& args) {
+    if (!args.empty() && args[0] != "--json") return Usage("wrong arguments for 'windows'");
+    const bool json = !args.empty();
+    std::string list;
+    for (const companion::FoundWindow& w : companion::AllUserWindows(os_)) {
+        const std::string name = Utf8Text(companion::DesktopName(registry_, w.desk));
+        if (json) {
+            list += std::string(list.empty() ? "" : ",\n ") +
+                    "{\"desktop\": " + std::to_string(w.desk) + ", \"desktopName\": " + Json(name) +
+                    ", \"title\": " + Json(Utf8Text(w.title)) +
+                    ", \"program\": " + Json(Utf8Text(w.program)) +
+                    ", \"processId\": " + std::to_string(w.processId) + "}";
+        } else {
+            list += std::to_string(w.desk) + "  " + name + "  " + Utf8Text(w.program) + "  " +
+                    std::to_string(w.processId) + "  " + Utf8Text(w.title) + "\n";
+        }
+    }
+    out_ << (json ? "[" + list + "]\n" : list);
+    return kExitOk;
+}
+
+// The first window the finder would list for the words; its desktop is shown and its switcher
+// brings it to the front.
+int Ctl::Find(const Args& args) {
+    std::string words;
+    for (const std::string& word : args)
+        words += (words.empty() ? "" : " ") + word;
+    companion::WindowFinder finder(companion::AllUserWindows(os_));
+    finder.SetQuery(TextFromUtf8(words));
+    const companion::FoundWindow* found = finder.ChosenWindow();
+    if (found == nullptr) {
+        err_ << "zelkovactl: no window has '" << words << "' in its title or program\n";
+        return kExitNoEffect;
+    }
+    out_ << "desktop " << found->desk << ": " << Utf8Text(found->title) << " ("
+         << Utf8Text(found->program) << ")\n";
+    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
+    if (ids.empty()) {
+        err_ << kNotRunning << "\n";
+        return kExitNotRunning;
+    }
+    SharedState state(os_, ids.front());
+    companion::Signals signals(os_, os_);
+    int status = kExitOk;
+    companion::ShowFoundWindow(os_, signals, state, *found,
+                               [&](int desk) { status = Switch({std::to_string(desk)}); });
+    return status;
 }
 
 int Ctl::Autostart(const Args& args) {

@@ -59,6 +59,8 @@ class Ctl {
     int Status(const Args& args);
     int Log(const Args& args);
     int Autostart(const Args& args);
+    int Windows(const Args& args);
+    int Find(const Args& args);
     bool WriteHotKey(int id, std::int16_t key, std::int16_t modifiers);
     [[nodiscard]] bool Running();
     [[nodiscard]] std::vector<UniqueKernelHandle> ControllerProcesses();

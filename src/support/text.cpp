@@ -45,4 +45,40 @@ std::string Utf8Text(const Text& text) {
     return out;
 }
 
+Text TextFromUtf8(const std::string& utf8) {
+    Text out;
+    for (std::size_t i = 0; i < utf8.size();) {
+        const auto lead = static_cast<unsigned char>(utf8[i]);
+        const int more = lead < 0x80    ? 0
+                         : lead >= 0xF0 ? 3
+                         : lead >= 0xE0 ? 2
+                         : lead >= 0xC0 ? 1
+                                        : -1;
+        std::uint32_t c = more == 0   ? lead
+                          : more == 1 ? lead & 0x1F
+                          : more == 2 ? lead & 0x0F
+                                      : lead & 0x07;
+        bool valid =
+            more >= 0 && i + static_cast<std::size_t>(more) < utf8.size() + (more == 0 ? 1 : 0);
+        for (int k = 1; valid && k <= more; ++k) {
+            const auto next = static_cast<unsigned char>(utf8[i + static_cast<std::size_t>(k)]);
+            valid = (next & 0xC0) == 0x80;
+            c = (c << 6) | (next & 0x3F);
+        }
+        if (!valid || c > 0x10FFFF) {
+            out.push_back(0xFFFD);
+            ++i;
+            continue;
+        }
+        i += static_cast<std::size_t>(more) + 1;
+        if (c >= 0x10000) {
+            out.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
+            out.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+        } else {
+            out.push_back(static_cast<char16_t>(c));
+        }
+    }
+    return out;
+}
+
 }  // namespace zk

@@ -16,5 +16,7 @@ using Ansi = std::string;
 [[nodiscard]] std::string AsciiText(const Text& text);
 // The text in UTF-8 (an unpaired surrogate becomes U+FFFD).
 [[nodiscard]] std::string Utf8Text(const Text& text);
+// UTF-8 as text (a byte that begins no character, or a sequence cut short, becomes U+FFFD).
+[[nodiscard]] Text TextFromUtf8(const std::string& utf8);
 
 }  // namespace zk

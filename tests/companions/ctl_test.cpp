@@ -277,6 +277,33 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
         << "what the reporter says";
 }
 
+// The windows of every desktop, as lines or JSON; find shows the first match as the finder does:
+// its desktop, and that desktop's switcher is asked to bring it to the front.
+TEST_F(CtlTest, WindowsAreListedAndFindShowsTheFirstMatch) {
+    os_.CreateDesktopInOtherProcess(u"desk3");
+    const std::uint32_t notepad = os_.AddOtherProcess(u"notepad.exe");
+    (void)os_.CreateWindowInOtherProcess(u"Caf\u00E9 \"menu\" - Notepad", nullptr, notepad,
+                                         Text(u"desk3"), WsVisible);
+    const std::string pid = std::to_string(notepad);
+    EXPECT_EQ(Run({"windows"}), kExitOk);
+    EXPECT_EQ(out_.Text(),
+              "3  Desktop 3  notepad.exe  " + pid + "  Caf\xC3\xA9 \"menu\" - Notepad\n");
+    EXPECT_EQ(Run({"windows", "--json"}), kExitOk);
+    EXPECT_EQ(out_.Text(),
+              "[{\"desktop\": 3, \"desktopName\": \"Desktop 3\", \"title\": "
+              "\"Caf\xC3\xA9 \\\"menu\\\" - Notepad\", \"program\": \"notepad.exe\", "
+              "\"processId\": " +
+                  pid + "}]\n");
+    EXPECT_EQ(Run({"find", "calendar"}), kExitNoEffect);
+    EXPECT_EQ(Run({"find", "caf\xC3\xA9"}), kExitNotRunning) << "found, but nothing to show it";
+    StartZelkova();
+    SharedState state(os_, controller_);
+    EXPECT_EQ(Run({"find", "CAF\xC3\x89", "menu"}), kExitOk) << err_.Text();
+    EXPECT_EQ(out_.Text(), "desktop 3: Caf\xC3\xA9 \"menu\" - Notepad (notepad.exe)\n");
+    EXPECT_EQ(commands_, std::vector<std::string>{kPrefix + "SwitchToDesktop3"});
+    EXPECT_EQ(state.Block().bringForwardDesk, 3);
+}
+
 TEST_F(CtlTest, AutostartWritesAndRemovesTheRunValue) {
     const Text run = u"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
     EXPECT_EQ(Run({"autostart", "on"}), kExitOk);

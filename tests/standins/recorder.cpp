@@ -9,9 +9,11 @@
 //                                   into whichever desktop is the input desktop then;
 //   ZK_HOTKEY_WAIT_MS=n             waits that long for its hotkey to be pressed;
 //   ZK_QUERY_END_SESSION=1          asks every window of its desktop, as the system does at a
-//                                   log-off, whether the session may end (WM_QUERYENDSESSION).
+//                                   log-off, whether the session may end (WM_QUERYENDSESSION);
+//   ZK_WINDOW="title"               shows a window with that title, minimised, and waits up to
+//                                   ZK_FOREGROUND_WAIT_MS for it to be restored in front.
 // Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type,
-// 8 when every window it asked said yes.
+// 8 when every window it asked said yes, 16 when its window came to the front.
 #include <windows.h>
 
 #include <string>
@@ -80,6 +82,27 @@ bool SessionMayEnd() {
     return yes;
 }
 
+bool CameToTheFront(const std::wstring& title, DWORD within) {
+    WNDCLASSW wc{};
+    wc.lpfnWndProc = &Procedure;
+    wc.hInstance = ::GetModuleHandleW(nullptr);
+    wc.lpszClassName = L"ZkStandInWindow";
+    ::RegisterClassW(&wc);
+    const HWND window =
+        ::CreateWindowExW(0, wc.lpszClassName, title.c_str(), WS_OVERLAPPEDWINDOW, 40, 40, 320, 200,
+                          nullptr, nullptr, wc.hInstance, nullptr);
+    ::ShowWindow(window, SW_SHOWMINNOACTIVE);
+    const DWORD until = ::GetTickCount() + within;
+    MSG message;
+    while (static_cast<LONG>(until - ::GetTickCount()) > 0) {
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            ::DispatchMessageW(&message);
+        if (::GetForegroundWindow() == window && !::IsIconic(window)) return true;
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+    }
+    return false;
+}
+
 bool HotKeyCame(DWORD within) {
     const DWORD until = ::GetTickCount() + within;
     MSG message;
@@ -117,6 +140,11 @@ int wmain() {
     if (!Env(L"ZK_QUERY_END_SESSION").empty() && SessionMayEnd()) exitCode |= 8;
     const std::wstring wait = Env(L"ZK_HOTKEY_WAIT_MS");
     if (!wait.empty() && HotKeyCame(static_cast<DWORD>(std::stoul(wait)))) exitCode |= 2;
+    const std::wstring title = Env(L"ZK_WINDOW");
+    if (!title.empty() &&
+        CameToTheFront(title, static_cast<DWORD>(std::stoul(Env(L"ZK_FOREGROUND_WAIT_MS"))))) {
+        exitCode |= 16;
+    }
     wchar_t desktop[256] = {};
     ::GetUserObjectInformationW(::GetThreadDesktop(::GetCurrentThreadId()), UOI_NAME, desktop,
                                 sizeof desktop - sizeof desktop[0], nullptr);

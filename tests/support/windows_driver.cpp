@@ -119,6 +119,12 @@ bool Running::WaitForExit(DWORD milliseconds) {
     return ::WaitForSingleObject(pi_.hProcess, milliseconds) == WAIT_OBJECT_0;
 }
 
+DWORD Running::ExitCode() const {
+    DWORD code = STILL_ACTIVE;
+    ::GetExitCodeProcess(pi_.hProcess, &code);
+    return code;
+}
+
 std::unique_ptr<Running> HoldHotKey(UINT modifiers, UINT key) {
     const std::wstring hold = std::to_wstring(modifiers) + L"," + std::to_wstring(key);
     ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", hold.c_str());

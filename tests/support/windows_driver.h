@@ -56,6 +56,7 @@ class Running {
     [[nodiscard]] DWORD id() const { return pi_.dwProcessId; }
     // True when it ended within the time.
     bool WaitForExit(DWORD milliseconds);
+    [[nodiscard]] DWORD ExitCode() const;
 
   private:
     PROCESS_INFORMATION pi_{};
