@@ -128,9 +128,20 @@ int wmain() {
         const Running mail(L"C:\\windows\\system32\\winemine.exe", L"desk3");
         const Running tools(L"C:\\windows\\regedit.exe", L"desk4");
         ::Sleep(3000);
-        Ctl(L"switch 1");
+        // Under Wine 10 a new window takes the input to its desktop; the user goes back.
+        const HDESK first = ::OpenDesktopW(L"Default", 0, FALSE, DESKTOP_SWITCHDESKTOP);
+        ::SwitchDesktop(first);
+        ::CloseDesktop(first);
         ::Sleep(1500);
-        (void)zk::support::TypeOn(L"Default", {VK_CONTROL, VK_MENU, VK_SPACE});
+        // The finder's hotkey, typed from here (this program runs on "Default").
+        INPUT keys[6] = {};
+        const WORD codes[3] = {VK_CONTROL, VK_MENU, VK_SPACE};
+        for (int i = 0; i < 3; ++i) {
+            keys[i].type = keys[5 - i].type = INPUT_KEYBOARD;
+            keys[i].ki.wVk = keys[5 - i].ki.wVk = codes[i];
+            keys[5 - i].ki.dwFlags = KEYEVENTF_KEYUP;
+        }
+        ::SendInput(6, keys, sizeof(INPUT));
         if (const HWND finder = WaitFor(L"Default", L"Zelkova2Finder")) {
             Shoot("finder", finder);
             ::PostMessageW(finder, WM_KEYDOWN, VK_ESCAPE, 0);
