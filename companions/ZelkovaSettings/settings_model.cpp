@@ -23,7 +23,14 @@ bool WriteDword(Registry& registry, const Text& key, const Text& name, std::int3
            registry.WriteValue(HkeyCurrentUser(), key, name, type, value);
 }
 
-constexpr std::uint8_t kHotKeyShift = 0x01, kHotKeyControl = 0x02, kHotKeyAlt = 0x04;
+constexpr std::uint8_t kHotKeyShift = 0x01, kHotKeyControl = 0x02, kHotKeyAlt = 0x04,
+                       kHotKeyExtended = 0x08;
+
+// The keys that the control tells from the keypad's by the extended flag: the arrows, Page Up
+// and Down, End, Home, Insert and Delete.
+bool Extended(std::int16_t key) {
+    return (key >= 0x21 && key <= 0x28) || key == 0x2D || key == 0x2E;
+}
 
 }  // namespace
 
@@ -41,6 +48,7 @@ std::uint16_t ToHotKeyControl(const HotKeyCombo& combo) {
     if ((combo.modifiers & ModAlt) != 0) flags |= kHotKeyAlt;
     if ((combo.modifiers & ModControl) != 0) flags |= kHotKeyControl;
     if ((combo.modifiers & ModShift) != 0) flags |= kHotKeyShift;
+    if (Extended(combo.key)) flags |= kHotKeyExtended;
     return static_cast<std::uint16_t>((flags << 8) | (combo.key & 0xFF));
 }
 

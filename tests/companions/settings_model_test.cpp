@@ -34,6 +34,8 @@ TEST(HotKeyControl, PacksShiftAndAltTheOtherWayRoundAndDropsWhatItCannotShow) {
     EXPECT_EQ(FromHotKeyControl(0x0662), ctrlAltNum2);
     EXPECT_EQ(FromHotKeyControl(0x0378), ctrlShiftF9);
     EXPECT_EQ(FromHotKeyControl(ToHotKeyControl(winA)), (HotKeyCombo{0, 'A'}));
+    EXPECT_EQ(ToHotKeyControl({3, 0x27}), 0x0E27) << "the arrow, not the keypad's 6";
+    EXPECT_EQ(FromHotKeyControl(0x0E27), (HotKeyCombo{3, 0x27}));
     EXPECT_EQ(ProgramLines(u" notepad.exe \r\n\r\n  calc.exe\n"),
               (std::vector<Text>{u"notepad.exe", u"calc.exe"}));
     EXPECT_EQ(ProgramBox({u"a", u"b"}), u"a\r\nb");
