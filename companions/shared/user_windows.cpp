@@ -26,26 +26,34 @@ bool OneOfOurs(const Text& program) {
 
 }  // namespace
 
-std::vector<UserWindow> UserWindowsOn(Os& os, int desk) {
+// Each question about a window is a trip to the system: the ones that rule most windows out come
+// first, and one snapshot of the processes serves every desktop.
+std::vector<UserWindow> UserWindowsOn(Os& os, int desk,
+                                      const std::vector<ProcessEntry>& processes) {
     UniqueDesktop desktop(os, os.OpenDesktopW(kDesktopNames.at(static_cast<std::size_t>(desk - 1)),
                                               0, false, DesktopReadObjects | DesktopEnumerate));
     if (!desktop) return {};
-    const std::vector<ProcessEntry> processes = os.CreateToolhelp32Snapshot();
     std::vector<UserWindow> windows;
     for (const Hwnd window : os.EnumDesktopWindows(desktop.get())) {
         if ((os.GetWindowLongPtrW(window, GwlStyle) & WsVisible) == 0 ||
-            (os.GetWindowLongPtrW(window, GwlExStyle) & WsExToolWindow) != 0 ||
-            OfTheShell(os.GetClassNameW(window))) {
+            (os.GetWindowLongPtrW(window, GwlExStyle) & WsExToolWindow) != 0) {
             continue;
         }
-        UserWindow user{window, os.GetWindowTextW(window), 0, {}};
+        UserWindow user{window, {}, 0, {}};
         (void)os.GetWindowThreadProcessId(window, &user.processId);
         for (const ProcessEntry& process : processes) {
             if (process.processId == user.processId) user.program = process.exeFile;
         }
-        if (!user.title.empty() && !OneOfOurs(user.program)) windows.push_back(std::move(user));
+        if (OneOfOurs(user.program)) continue;
+        if (OfTheShell(os.GetClassNameW(window))) continue;
+        user.title = os.GetWindowTextW(window);
+        if (!user.title.empty()) windows.push_back(std::move(user));
     }
     return windows;
+}
+
+std::vector<UserWindow> UserWindowsOn(Os& os, int desk) {
+    return UserWindowsOn(os, desk, os.CreateToolhelp32Snapshot());
 }
 
 }  // namespace zk::companion

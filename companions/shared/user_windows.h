@@ -18,5 +18,8 @@ struct UserWindow {
 
 // Of desktop N (1 to the number of desktops); none when the desktop cannot be opened.
 [[nodiscard]] std::vector<UserWindow> UserWindowsOn(Os& os, int desk);
+// The same, with the processes of one snapshot, for a caller that asks of every desktop.
+[[nodiscard]] std::vector<UserWindow> UserWindowsOn(Os& os, int desk,
+                                                    const std::vector<ProcessEntry>& processes);
 
 }  // namespace zk::companion

@@ -55,8 +55,9 @@ std::uint32_t ProcessOf(SharedState& state, int desk) {
 
 std::vector<FoundWindow> AllUserWindows(Os& os) {
     std::vector<FoundWindow> found;
+    const std::vector<ProcessEntry> processes = os.CreateToolhelp32Snapshot();
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
-        for (UserWindow& window : UserWindowsOn(os, desk)) {
+        for (UserWindow& window : UserWindowsOn(os, desk, processes)) {
             found.push_back({desk, window.window, std::move(window.title),
                              std::move(window.program), window.processId});
         }
