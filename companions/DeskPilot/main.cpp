@@ -28,10 +28,14 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
     PilotWindow(Os& os, int desk)
         : desk_(desk),
           thumbnails_(os),
-          preview_(os, desk, thumbnails_,
-                   [this](int target) {
-                       if (pilot_ != nullptr) pilot_->RequestSwitch(target);
-                   }),
+          preview_(
+              os, desk, thumbnails_,
+              [this](int target) {
+                  if (pilot_ != nullptr) pilot_->RequestSwitch(target);
+              },
+              [this](const FoundWindow& found) {
+                  if (pilot_ != nullptr) pilot_->ShowFound(found);
+              }),
           finder_(os, [this](const FoundWindow& found) {
               if (pilot_ != nullptr) pilot_->ShowFound(found);
           }) {

@@ -12,7 +12,8 @@ namespace zk::companion {
 namespace {
 
 constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242),
-                   kSelected = RGB(235, 238, 242), kEmpty = RGB(56, 62, 74);
+                   kSelected = RGB(235, 238, 242), kEmpty = RGB(56, 62, 74),
+                   kDim = RGB(170, 176, 186);
 
 COLORREF Colour(Rgb c) {
     return RGB(c.r, c.g, c.b);
@@ -38,12 +39,14 @@ BITMAPINFO ThumbnailBitmapInfo() {
 }
 
 PreviewWindow::PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails,
-                             std::function<void(int)> choose)
+                             std::function<void(int)> choose,
+                             std::function<void(const FoundWindow&)> showWindow)
     : os_(os),
       shown_(shown),
       selected_(shown),
       thumbnails_(thumbnails),
-      choose_(std::move(choose)) {
+      choose_(std::move(choose)),
+      showWindow_(std::move(showWindow)) {
     CreateWindowOf(kPreviewClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW, kPreviewCaption,
                    WS_POPUP | WS_BORDER, RECT{0, 0, 1, 1});
 }
@@ -54,6 +57,8 @@ void PreviewWindow::LayOut() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
+    metrics.lfMessageFont.lfHeight = -Scale(12, static_cast<int>(dpi));
+    titleFont_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
     metrics.lfMessageFont.lfWeight = FW_SEMIBOLD;
     metrics.lfMessageFont.lfHeight = -Scale(15, static_cast<int>(dpi));
     font_.reset(::CreateFontIndirectW(&metrics.lfMessageFont));
@@ -72,9 +77,15 @@ void PreviewWindow::Show() {
         caption += u" " + PreviewLabel(d, names_[d - 1], d == shown_) + u";";
     ::SetWindowTextW(Window(), W(caption));
     LayOut();
+    for (auto& windows : windows_)
+        windows.clear();
     ::ShowWindow(Window(), SW_SHOW);
     ::SetForegroundWindow(Window());
     ::SetFocus(Window());
+    ::UpdateWindow(Window());
+    // The titles come after the first picture: the preview opens as fast as before.
+    for (FoundWindow& w : AllUserWindows(os_))
+        windows_[w.desk - 1].push_back(std::move(w));
     ::InvalidateRect(Window(), nullptr, FALSE);
 }
 
@@ -102,8 +113,19 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_LBUTTONUP: {
-            const int desk = TileAt(layout_, static_cast<short>(LOWORD(lParam)),
-                                    static_cast<short>(HIWORD(lParam)));
+            const int x = static_cast<short>(LOWORD(lParam)),
+                      y = static_cast<short>(HIWORD(lParam));
+            if (const auto title = TitleRowAt(layout_, x, y)) {
+                const auto& windows = windows_[title->first - 1];
+                const auto row = static_cast<std::size_t>(title->second);
+                if (row < PreviewWindowRows(windows.size())) {  // not "and N more"
+                    const FoundWindow found = windows[row];
+                    Hide();
+                    showWindow_(found);
+                }
+                return 0;
+            }
+            const int desk = TileAt(layout_, x, y);
             if (desk != 0) Choose(desk);
             return 0;
         }
@@ -160,6 +182,19 @@ void PreviewWindow::Paint() {
             const Text text = PreviewLabel(d, names_[d - 1], d == shown_);
             ::DrawTextW(dc.get(), W(text), -1, &label,
                         DT_CENTER | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+            std::vector<Text> titles;
+            for (const FoundWindow& w : windows_[d - 1])
+                titles.push_back(w.title);
+            const auto rows = PreviewTitleRows(titles);
+            const Selection small(dc.get(), titleFont_.get());
+            ::SetTextColor(dc.get(), kDim);
+            for (std::size_t r = 0; r < rows.size(); ++r) {
+                const Rect& t = layout_.titles[d - 1][r];
+                RECT row{t.left, t.top, t.right, t.bottom};
+                ::DrawTextW(dc.get(), W(rows[r]), -1, &row,
+                            DT_LEFT | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+            }
+            ::SetTextColor(dc.get(), kText);
         }
         ::BitBlt(screen, 0, 0, client.right, client.bottom, dc.get(), 0, 0, SRCCOPY);
     }

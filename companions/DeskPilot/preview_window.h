@@ -1,13 +1,15 @@
 #pragma once
 // The preview of the four desktops on the switcher's desktop: a row of tiles with their number,
-// name and picture, the shown one marked. Keys and clicks choose; it never steals the keyboard
-// from another program but by the user's own hotkey or click.
+// name and picture, the shown one marked, and under each the titles of its first windows. Keys
+// and clicks choose a desktop, a click on a title that window; it never steals the keyboard from
+// another program but by the user's own hotkey or click.
 
 #include <functional>
 
 #include "DeskPilot/thumbnail_store.h"
 #include "desktop/desktops.h"
 #include "platform/os.h"
+#include "shared/window_finder.h"
 #include "window/appearance.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
@@ -22,8 +24,10 @@ inline constexpr wchar_t kPreviewCaption[] = L"Zelkova2 Preview";
 
 class PreviewWindow final : public WindowBase<PreviewWindow> {
   public:
-    // `shown` is the switcher's desktop; `choose` is called with the chosen one.
-    PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails, std::function<void(int)> choose);
+    // `shown` is the switcher's desktop; `choose` is called with the chosen one, `showWindow`
+    // with a window whose title was clicked.
+    PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails, std::function<void(int)> choose,
+                  std::function<void(const FoundWindow&)> showWindow);
     void Show();
     void Hide();
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
@@ -38,9 +42,12 @@ class PreviewWindow final : public WindowBase<PreviewWindow> {
     int selected_;
     ThumbnailStore& thumbnails_;
     std::function<void(int)> choose_;
+    std::function<void(const FoundWindow&)> showWindow_;
     std::array<Text, kDesktopCount> names_;
+    std::array<std::vector<FoundWindow>, kDesktopCount> windows_;
     PreviewLayout layout_;
     UniqueFont font_;
+    UniqueFont titleFont_;
 };
 
 }  // namespace zk::companion

@@ -6,7 +6,8 @@
 namespace zk::companion {
 namespace {
 
-constexpr int kTileWidth = 192, kTileHeight = 120, kMargin = 16, kLabel = 28, kFrame = 4;
+constexpr int kTileWidth = 192, kTileHeight = 120, kMargin = 16, kLabel = 28, kFrame = 4,
+              kTitleRow = 18;
 constexpr int kBannerWidth = 280, kBannerHeight = 90;
 
 // Inside a rounded square of side `side` whose corners have radius `radius`?
@@ -51,16 +52,21 @@ PreviewLayout LayOutPreview(int dpi, const Rect& monitor) {
     }
     const int tileHeight = tileWidth * kTileHeight / kTileWidth;
     const int label = Scale(kLabel, dpi);
+    const int row = Scale(kTitleRow, dpi);
     PreviewLayout layout;
     layout.frame = std::max(1, Scale(kFrame, dpi));
     const int width = kDesktopCount * tileWidth + kMargins * margin;
-    const int height = tileHeight + label + 2 * margin;
+    const int height = tileHeight + label + kPreviewTitleRows * row + 2 * margin;
     layout.window = Centred(monitor, width, height);
     for (int i = 0; i < kDesktopCount; ++i) {
         const int left = margin + i * (tileWidth + margin);
         layout.tiles[i] = {left, margin, left + tileWidth, margin + tileHeight};
         layout.labels[i] = {left, margin + tileHeight, left + tileWidth,
                             margin + tileHeight + label};
+        for (int r = 0; r < kPreviewTitleRows; ++r) {
+            const int top = layout.labels[i].bottom + r * row;
+            layout.titles[i][r] = {left, top, left + tileWidth, top + row};
+        }
     }
     return layout;
 }
@@ -70,6 +76,30 @@ int TileAt(const PreviewLayout& layout, int x, int y) {
         if (layout.tiles[i].Contains(x, y) || layout.labels[i].Contains(x, y)) return i + 1;
     }
     return 0;
+}
+
+std::optional<std::pair<int, int>> TitleRowAt(const PreviewLayout& layout, int x, int y) {
+    for (int i = 0; i < kDesktopCount; ++i) {
+        for (int r = 0; r < kPreviewTitleRows; ++r) {
+            if (layout.titles[i][r].Contains(x, y)) return std::pair{i + 1, r};
+        }
+    }
+    return std::nullopt;
+}
+
+std::size_t PreviewWindowRows(std::size_t windows) {
+    constexpr auto kRows = static_cast<std::size_t>(kPreviewTitleRows);
+    return windows <= kRows ? windows : kRows - 1;
+}
+
+std::vector<Text> PreviewTitleRows(const std::vector<Text>& titles) {
+    const std::size_t named = PreviewWindowRows(titles.size());
+    std::vector<Text> rows(titles.begin(), titles.begin() + static_cast<std::ptrdiff_t>(named));
+    if (named < titles.size()) {
+        rows.push_back(u"and " + DecimalText(static_cast<std::int64_t>(titles.size() - named)) +
+                       u" more");
+    }
+    return rows;
 }
 
 Text PreviewLabel(int desk, const Text& name, bool shown) {

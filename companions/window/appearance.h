@@ -5,7 +5,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "desktop/desktops.h"
@@ -35,12 +37,14 @@ struct Rect {
     }
 };
 
-// The preview: a tile for each desktop in a row with a label under each, centred on the monitor
-// and never wider than it.
+// The preview: a tile for each desktop in a row with a label under each, and under that the
+// first titles of its windows; centred on the monitor and never wider than it.
+inline constexpr int kPreviewTitleRows = 4;
 struct PreviewLayout {
     Rect window;                             // in screen coordinates
     std::array<Rect, kDesktopCount> tiles;   // in the window's client coordinates
     std::array<Rect, kDesktopCount> labels;  // likewise
+    std::array<std::array<Rect, kPreviewTitleRows>, kDesktopCount> titles;  // likewise
     int frame = 0;  // the width of the frame round the selected and the shown tile
 };
 // `monitor` is the work area of the monitor where the user works, in the virtual screen's
@@ -48,6 +52,14 @@ struct PreviewLayout {
 [[nodiscard]] PreviewLayout LayOutPreview(int dpi, const Rect& monitor);
 // The desktop whose tile is under a point of the client area; 0 for none.
 [[nodiscard]] int TileAt(const PreviewLayout& layout, int x, int y);
+// The desktop and the row of the title under a point; nothing when no title row is there.
+[[nodiscard]] std::optional<std::pair<int, int>> TitleRowAt(const PreviewLayout& layout, int x,
+                                                            int y);
+// What a desktop's title rows say: its windows' titles, or where they do not fit, the first ones
+// and "and N more" in the last row.
+[[nodiscard]] std::vector<Text> PreviewTitleRows(const std::vector<Text>& titles);
+// How many of those rows name a window, for `windows` windows.
+[[nodiscard]] std::size_t PreviewWindowRows(std::size_t windows);
 [[nodiscard]] Text PreviewLabel(int desk, const Text& name, bool shown);
 
 // The banner that names a shown desktop, centred on the screen.

@@ -84,12 +84,21 @@ TEST(Appearance, ThePreviewFitsItsMonitorAtEveryDpiAndEachTileAnswersForItsDeskt
             EXPECT_EQ(TileAt(layout, t.left, t.top), desk);
             EXPECT_EQ(TileAt(layout, t.right - 1, layout.labels[desk - 1].bottom - 1), desk);
             EXPECT_EQ(TileAt(layout, t.left - 1, t.top), 0) << "the margin between tiles";
+            const Rect& last = layout.titles[desk - 1][kPreviewTitleRows - 1];
+            EXPECT_EQ(TitleRowAt(layout, last.left, last.bottom - 1), std::pair(desk, 3));
+            EXPECT_EQ(TitleRowAt(layout, t.left, t.top), std::nullopt) << "the tile";
+            EXPECT_LE(last.bottom, layout.window.Height());
         }
     }
     EXPECT_EQ(LayOutPreview(96, Rect{0, 0, 1280, 800}).tiles[0].Width(), 192);
     EXPECT_EQ(LayOutPreview(144, Rect{0, 0, 1920, 1080}).tiles[0].Width(), 288)
         << "scaled, not stretched";
     EXPECT_EQ(PreviewLabel(2, u"Mail", true), u"2  Mail  (shown)");
+    const std::vector<Text> four = {u"a", u"b", u"c", u"d"},
+                            six = {u"a", u"b", u"c", u"d", u"e", u"f"};
+    EXPECT_EQ(PreviewTitleRows(four), four) << "all fit";
+    EXPECT_EQ(PreviewTitleRows(six), (std::vector<Text>{u"a", u"b", u"c", u"and 3 more"}));
+    EXPECT_EQ(PreviewWindowRows(6), 3u);
     EXPECT_EQ(BannerRect(192, Rect{0, 0, 3840, 2160}).Width(), 560);
 }
 
