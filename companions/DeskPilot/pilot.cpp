@@ -14,6 +14,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     : os_(os),
       desk_(desk),
       ownDesktop_(os),
+      shower_(os),
       window_(window),
       shell_(shell),
       registry_(os),
@@ -47,9 +48,11 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
         herald_.emplace(os, state_, signals_, controller, Program::Herald, desk, set_,
                         kWatchHerald);
     }
-    // Take the switch commands' events now, so that the path of a switch opens nothing.
+    // Take the switch commands' events and the desktops now, so that the path of a switch opens
+    // nothing.
     for (std::int16_t target = 1; target <= kDesktopCount; ++target)
         (void)signals_.Event(SwitchCommand(target));
+    shower_.OpenAll();
     if (desk == 1) {
         direct_.emplace(os, os, controller.Id());
         (void)direct_->Window();  // found now, not on the way of the first switch
@@ -211,9 +214,11 @@ void Pilot::NoteShown() {
 }
 
 // The preview goes first: hidden on a desktop that is no longer shown, it would take the input
-// back there under Wine 10.
+// back there under Wine 10. The user sees the target before the command has left; the controller,
+// told afterwards, keeps its record and switches again (a no-op) or in the switcher's place.
 void Pilot::RequestSwitch(int target) {
     shell_.HidePreview();
+    (void)shower_.Show(target);
     const auto command = SwitchCommand(static_cast<std::int16_t>(target));
     if (direct_ && direct_->Send(command)) {
         NoteSwitch(signals_, state_, target);  // what the bridge does after the commands it sends

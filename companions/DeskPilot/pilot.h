@@ -1,9 +1,10 @@
 #pragma once
 // DeskPilot N, the switcher of desktop N. A switch asked for on desktop N (by the controller's
-// signal, or by its own hotkey where the system lets it hold one) goes at once to the controller
-// as a switch command: through the bridge, or on desktop 1 straight to the controller's window;
-// nothing is done first. The preview of the four desktops opens on its signal
-// or hotkey. Pictures of the desktop are taken off that path: a moment after the desktop has
+// signal, or by its own hotkey where the system lets it hold one) is shown at once by the switcher
+// itself and then goes to the controller as a switch command, which keeps its record and makes
+// the switch if the switcher could not: through the bridge, or on desktop 1 straight to the
+// controller's window; nothing else is done first. The preview of the four desktops opens on its
+// signal or hotkey. Pictures of the desktop are taken off that path: a moment after the desktop has
 // been shown, again every half minute while it stays shown, and just before the preview opens.
 // On desktops 2 to 4 it keeps the desktop's herald running, as that herald keeps it (on desktop
 // 1 the bridge keeps the herald).
@@ -15,6 +16,7 @@
 #include "hotkeys/hotkeys.h"
 #include "resident/controller_link.h"
 #include "resident/controller_process.h"
+#include "resident/desktop_shower.h"
 #include "resident/key_repeat.h"
 #include "resident/own_desktop.h"
 #include "resident/wait_loop.h"
@@ -69,7 +71,7 @@ class Pilot {
     // The session is about to end (a log-off): on desktop 1 the switcher shows it first, so that
     // what asks the user before the end is seen, and a cancelled log-off leaves the user there.
     void SessionEnding();
-    // Asks the controller, through the bridge, to show desktop `target`.
+    // Shows desktop `target` and asks the controller, through the bridge, to show it.
     void RequestSwitch(int target);
     // What the finder chose: its desktop is shown and the window brought to the front there.
     void ShowFound(const FoundWindow& found);
@@ -89,6 +91,7 @@ class Pilot {
     Os& os_;
     int desk_;
     OwnDesktop ownDesktop_;
+    DesktopShower shower_;
     Hwnd window_;
     Shell& shell_;
     Registry registry_;

@@ -26,7 +26,8 @@ HotKeyStandIn::HotKeyStandIn(Os& os, Registry& registry, Signals& signals, Share
       signals_(signals),
       state_(state),
       desk_(desk),
-      keyRepeat_(os, os, state) {}
+      keyRepeat_(os, os, state),
+      shower_(os) {}
 
 HotKeyStandIn::~HotKeyStandIn() {
     LetGo();
@@ -75,6 +76,7 @@ void HotKeyStandIn::HotKey(int id) {
     if (request->kind == KindShowPreview) {
         previewAsked_ = true;
     } else {
+        (void)shower_.Show(request->target);
         (void)signals_.Raise(SwitchCommand(request->target));
     }
 }

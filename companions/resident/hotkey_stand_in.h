@@ -2,12 +2,13 @@
 // While the switcher of a desktop is started again (a second or two, more on a busy machine),
 // its herald holds the desktop's hotkeys in its place, where the system lets a desktop's programs
 // hold them, so that a key typed in the gap is carried out and not lost: a switch is asked for
-// as the switcher asks, and a preview opens once the switcher is back. The new switcher waits for
-// the herald to let the hotkeys go before it takes them.
+// and shown as the switcher shows it, and a preview opens once the switcher is back. The new
+// switcher waits for the herald to let the hotkeys go before it takes them.
 
 #include <optional>
 
 #include "hotkeys/hotkeys.h"
+#include "resident/desktop_shower.h"
 #include "resident/key_repeat.h"
 #include "settings/registry.h"
 #include "shared/signals.h"
@@ -39,6 +40,7 @@ class HotKeyStandIn {
     HotKeyFields fields_{};
     std::optional<HotKeys> hotkeys_;
     KeyRepeat keyRepeat_;
+    DesktopShower shower_;
     bool previewAsked_ = false;
 };
 

@@ -95,19 +95,38 @@ TEST_P(PilotTest, HoldsTheHotKeysOnItsDesktopWhereTheSystemLetsItAndLogsOnlyWhat
     EXPECT_EQ(s_.os.StartedProcesses().size(), perDesktop ? 1u : 0u) << "the reporter, once";
 }
 
-TEST_P(PilotTest, AHotKeyOrASignalAsksForItsDesktopAtOnceWithoutAPicture) {
+// The switcher shows the target itself, then sends the command that keeps the controller's record
+// (and makes the switch where the system refused the switcher's). A desktop made after the
+// switcher started is opened when it is first shown.
+TEST_P(PilotTest, AHotKeyOrASignalShowsItsDesktopAtOnceThenAsksTheController) {
+    s_.os.CreateDesktopInOtherProcess(u"desk3");
     Start(2);
     s_.os.ShowDesktopInOtherProcess(u"desk2");
     if (GetParam() == sim::HotKeyScope::Desktop) {
         ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x63));
         Pump();
+        EXPECT_EQ(s_.os.InputDesktopName(), u"desk3");
         EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop3"});
+        s_.os.ShowDesktopInOtherProcess(u"desk2");
     }
+    s_.os.CreateDesktopInOtherProcess(u"desk4");
+    s_.os.journal().Clear();
     s_.Raise("Switcher2SwitchTo4");  // the controller's hotkey, where it holds them
     Pump();
+    EXPECT_EQ(s_.os.InputDesktopName(), u"desk4");
+    const auto shown = s_.os.journal().Find("SwitchDesktop");
+    ASSERT_TRUE(shown.has_value());
+    EXPECT_TRUE(s_.os.journal().Find("SetEvent", {}, *shown)) << "the command comes after";
     EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop4"});
     EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "capture"), 0);
     EXPECT_EQ(shell_.calls.back(), "hide");
+
+    s_.os.faults().FailEvery("SwitchDesktop", ErrorAccessDenied);
+    s_.Raise("Switcher2SwitchTo1");
+    Pump();
+    EXPECT_EQ(s_.os.InputDesktopName(), u"desk4");
+    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop1"})
+        << "left to the controller";
 }
 
 // The companions' hotkeys: the next desktop and the one before wrap around, and the finder opens
@@ -119,6 +138,7 @@ TEST_P(PilotTest, NextAndBeforeWrapAndTheFinderOpensWhereTheUserIs) {
     SharedState state(s_.os, s_.controller);
     const auto press = [&](int shown, std::uint32_t key) {
         state.RecordSwitch(shown);
+        s_.os.ShowDesktopInOtherProcess(u"desk4");
         ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, key));
         Pump();
     };
@@ -212,6 +232,9 @@ TEST_P(PilotTest, PreviousIsTheDesktopShownBeforeHoweverThisOneCameToBeShown) {
 TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
     Start(2);
     s_.os.ShowDesktopInOtherProcess(u"desk2");
+    // Desktop 2 stays shown, so that every arrival finds the key's state there: the system tells
+    // a key's state only to the desktop shown (GetAsyncKeyState, Remarks).
+    s_.os.faults().FailEvery("SwitchDesktop", ErrorAccessDenied);
     SharedState(s_.os, s_.controller).RecordSwitch(2);
     EXPECT_TRUE(s_.os.journal().Find("RegisterHotKey", "id 5 mod 16387 vk 8"));
     const bool own = GetParam() == sim::HotKeyScope::Desktop;  // the key reaches this switcher
