@@ -12,8 +12,9 @@
 //                                   log-off, whether the session may end (WM_QUERYENDSESSION);
 //   ZK_WINDOW="title"               shows a window with that title, minimised, and waits up to
 //                                   ZK_FOREGROUND_WAIT_MS for it to be restored in front.
-// Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type,
-// 8 when every window it asked said yes, 16 when its window came to the front.
+// Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type
+// (the keys went down on its desktop), 8 when every window it asked said yes, 16 when its window
+// came to the front.
 #include <windows.h>
 
 #include <string>
@@ -57,12 +58,20 @@ bool Type(const std::wstring& keys) {
             ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
         }
     }
+    // The keys go up on whichever desktop is the input desktop then, as a keyboard's do: the
+    // hotkey may have shown another desktop before they went up.
     inputs.clear();
     for (auto it = codes.rbegin(); it != codes.rend(); ++it)
         inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {*it, 0, KEYEVENTF_KEYUP, 0, 0}}});
-    return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
-               inputs.size() &&
-           typed;
+    const auto up = [&] {
+        return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
+               inputs.size();
+    };
+    if (!up()) {
+        ::SetThreadDesktop(::OpenInputDesktop(0, FALSE, GENERIC_ALL));
+        (void)up();
+    }
+    return typed;
 }
 
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
