@@ -130,6 +130,17 @@ void PressCtrlAlt(WORD key) {
     ::SendInput(6, inputs, sizeof(INPUT));
 }
 
+void CtrlAlt(WORD key, bool up) {
+    INPUT inputs[3] = {};
+    const WORD keys[] = {VK_CONTROL, VK_MENU, key};
+    for (int i = 0; i < 3; ++i) {
+        inputs[i].type = INPUT_KEYBOARD;
+        inputs[i].ki.wVk = keys[up ? 2 - i : i];
+        inputs[i].ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+    }
+    ::SendInput(3, inputs, sizeof(INPUT));
+}
+
 void SetSignal(const std::string& name) {
     const HANDLE event = ::OpenEventA(EVENT_MODIFY_STATE, FALSE, (kPrefix + name).c_str());
     ::SetEvent(event);

@@ -37,6 +37,9 @@ bool WaitForInput(const wchar_t* desk, double withinMs);
 void Show(const wchar_t* desk);
 // Ctrl+Alt and a key, pressed and released, on the desktop of the calling thread.
 void PressCtrlAlt(WORD key);
+// Ctrl+Alt and a key, pressed down (and released afterwards with `up`), as a hand holds them for a
+// moment while the hotkey is carried out.
+void CtrlAlt(WORD key, bool up);
 void SetSignal(const std::string& name);
 
 struct Stats {

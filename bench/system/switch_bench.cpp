@@ -20,8 +20,15 @@ struct Way {
     const char* name;
     const wchar_t* from;  // the desktop shown, and Zelkova2's, before the key
     const wchar_t* to;
-    std::function<void()> go;
+    WORD key;                  // Ctrl+Alt and this key, held until the desktop is shown
+    std::function<void()> go;  // or this, where no key is typed
 };
+
+void TypeFrom(const wchar_t* desk) {
+    const HDESK typing = ::OpenDesktopW(desk, 0, FALSE, GENERIC_ALL);
+    ::SetThreadDesktop(typing);  // input is taken from a thread of the input desktop only
+    ::CloseDesktop(typing);
+}
 
 // Zelkova2 and the floors back on `from`, settled; the key typed from there.
 std::optional<double> Measure(const Way& way) {
@@ -32,15 +39,20 @@ std::optional<double> Measure(const Way& way) {
     Show(way.from);  // a floor's switch undone
     if (!WaitForInput(way.from, 5000)) return std::nullopt;
     ::Sleep(100);
-    const HDESK typing = ::OpenDesktopW(way.from, 0, FALSE, GENERIC_ALL);
-    ::SetThreadDesktop(typing);  // input is taken from a thread of the input desktop only
+    TypeFrom(way.from);
     const double start = Now();
-    way.go();
+    if (way.key != 0) {
+        CtrlAlt(way.key, false);
+    } else {
+        way.go();
+    }
     const bool shown = WaitForInput(way.to, 5000);
     const double taken = Now() - start;
-    const HDESK home = ::OpenDesktopW(L"Default", 0, FALSE, GENERIC_ALL);
-    ::SetThreadDesktop(home);
-    ::CloseDesktop(typing);
+    if (way.key != 0) {
+        TypeFrom(InputDesktop().c_str());  // the keys go up where the user is now
+        CtrlAlt(way.key, true);
+    }
+    TypeFrom(L"Default");
     if (!shown) return std::nullopt;
     return taken;
 }
@@ -60,14 +72,13 @@ int Switch(bool busy) {
     const std::string command = kPrefix + "SwitchToDesktop2";
     COPYDATASTRUCT data{0, static_cast<DWORD>(command.size()), const_cast<char*>(command.data())};
     const Way ways[] = {
-        {"single window", L"Default", L"desk2", [] { PressCtrlAlt(kSingleKey); }},
-        {"chain floor", L"Default", L"desk2", [] { PressCtrlAlt(kChainKey); }},
-        {"chain floor + bridge hop", L"Default", L"desk2",
-         [] { PressCtrlAlt(kChainAndBridgeKey); }},
-        {"Zelkova2, key on Default", L"Default", L"desk2", [] { PressCtrlAlt(VK_NUMPAD2); }},
-        {"Zelkova2, key on desk2", L"desk2", L"desk3", [] { PressCtrlAlt(VK_NUMPAD3); }},
-        {"", L"Default", L"desk2", [&] { ::SetEvent(signal); }},
-        {"", L"Default", L"desk2",
+        {"single window", L"Default", L"desk2", kSingleKey, {}},
+        {"chain floor", L"Default", L"desk2", kChainKey, {}},
+        {"chain floor + bridge hop", L"Default", L"desk2", kChainAndBridgeKey, {}},
+        {"Zelkova2, key on Default", L"Default", L"desk2", VK_NUMPAD2, {}},
+        {"Zelkova2, key on desk2", L"desk2", L"desk3", VK_NUMPAD3, {}},
+        {"", L"Default", L"desk2", 0, [&] { ::SetEvent(signal); }},
+        {"", L"Default", L"desk2", 0,
          [&] { ::SendMessageW(controller, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data)); }},
     };
     std::vector<HANDLE> loops;

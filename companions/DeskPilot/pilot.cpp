@@ -112,13 +112,17 @@ void Pilot::Run() {
 
 bool Pilot::Woken(const Wake& wake) {
     switch (wake.kind) {
-        case kSwitchTo:
+        case kSwitchTo: {
             NoteShown();
-            if (!RepeatOf({HotKeyIdOf(HotKeyAction::ShowDesktop, wake.value),
-                           HotKeyIdOf(HotKeyAction::ShowPreviousDesktop)})) {
+            // The previous desktop's key sends this only for the desktop shown before.
+            const bool maybePrevious = wake.value == state_.Previous();
+            const int showKey = HotKeyIdOf(HotKeyAction::ShowDesktop, wake.value);
+            if (!(maybePrevious ? RepeatOf({showKey, HotKeyIdOf(HotKeyAction::ShowPreviousDesktop)})
+                                : RepeatOf({showKey}))) {
                 RequestSwitch(wake.value);
             }
             return true;
+        }
         case kPreview:
             NoteShown();
             if (!RepeatOf({HotKeyIdOf(HotKeyAction::ShowPreview)})) OpenPreview();

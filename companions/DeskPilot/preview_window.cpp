@@ -90,7 +90,7 @@ void PreviewWindow::Show() {
 }
 
 void PreviewWindow::Hide() {
-    ::ShowWindow(Window(), SW_HIDE);
+    if (::IsWindowVisible(Window())) ::ShowWindow(Window(), SW_HIDE);
 }
 
 void PreviewWindow::Choose(int desk) {

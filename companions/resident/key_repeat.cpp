@@ -25,6 +25,17 @@ KeyRepeat::KeyRepeat(HotKeyApi& keyboard, KernelApi& clock, SharedState& state)
 
 bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
     SharedBlock& last = state_.Block();
+    const std::uint64_t now = clock_.GetTickCount64();
+    const std::uint64_t within = (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
+    // Too late to repeat the last one: a new press, of the one key that can have sent it. The
+    // keyboard is not asked, which costs a trip to the system on the way of a switch; a key
+    // typed once is still down when its hotkey arrives.
+    if (keys.size() == 1 && now - last.hotKeyTick > within) {
+        last.hotKeyTick = now;
+        last.hotKeyKey = keys[0];
+        last.hotKeyRepeats = 0;
+        return false;
+    }
     std::int16_t held = 0;
     for (const std::int16_t key : keys) {
         if (key != 0 && keyboard_.GetAsyncKeyState(key) < 0) {
@@ -37,8 +48,6 @@ bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
         std::find(keys.begin(), keys.end(), last.hotKeyKey) != keys.end()) {
         held = last.hotKeyKey;
     }
-    const std::uint64_t now = clock_.GetTickCount64();
-    const std::uint64_t within = (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
     const bool repeat = held != 0 && held == last.hotKeyKey && now - last.hotKeyTick <= within;
     last.hotKeyTick = now;
     last.hotKeyKey = held;
