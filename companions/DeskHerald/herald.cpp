@@ -1,6 +1,7 @@
 #include "DeskHerald/herald.h"
 
 #include "DeskHerald/startup_programs.h"
+#include "DeskPilot/companion_hotkeys.h"
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
@@ -62,6 +63,7 @@ void Herald::Run() {
 bool Herald::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kShown:
+            shell_.Arrived();
             if (BannerShown(registry_) && StillShown()) {
                 shell_.ShowBanner(DesktopName(registry_, desk_));
             }
@@ -123,6 +125,14 @@ void Herald::StartProgram(Program program) {
     const Text path = ProgramPath(os_, program);
     if (!TryCreateProcess(os_, path, u" ", false, {})) {
         shell_.Tell(path + u" could not be started: " + ApiErrorText(os_, os_.GetLastError()));
+    }
+}
+
+void Herald::ShowInOrder(bool next) {
+    const int id =
+        HotKeyIdOf(next ? HotKeyAction::ShowNextDesktop : HotKeyAction::ShowPriorDesktop);
+    if (const int target = DesktopInOrder(id, desk_)) {
+        (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(target)));
     }
 }
 

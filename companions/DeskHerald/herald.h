@@ -27,6 +27,9 @@ class Herald {
       public:
         virtual ~Shell() = default;
         virtual void ShowBanner(const Text& name) = 0;
+        // The desktop has just been shown: a pointer already over the tray icon (the wheel
+        // turned on the desktop before) may turn the wheel on.
+        virtual void Arrived() = 0;
         // The tray icon's tooltip may have changed (a setting, a missing program).
         virtual void TrayChanged() = 0;
         // Asks the user; true for yes, false for no, nothing to cancel.
@@ -50,6 +53,8 @@ class Herald {
     void Command(TrayCommand command);
     // The icon's own click: the preview of this desktop.
     void Preview();
+    // The wheel turned over the icon: the next desktop or the one before, from this one.
+    void ShowInOrder(bool next);
     // A hotkey pressed while the herald holds them for its switcher.
     void HotKey(int id) { standIn_.HotKey(id); }
 

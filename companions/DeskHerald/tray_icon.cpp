@@ -34,6 +34,7 @@ TrayIcon::TrayIcon(int desk)
 }
 
 TrayIcon::~TrayIcon() {
+    if (watching_ == this) watching_ = nullptr;
     if (!added_) return;
     NOTIFYICONDATAW data = IconData(Window());
     ::Shell_NotifyIconW(NIM_DELETE, &data);
@@ -123,6 +124,60 @@ void TrayIcon::ShowMenu() {
     if (chosen != 0) herald_->Command(static_cast<TrayCommand>(chosen));
 }
 
+// Where the icon is, when the notification area says (it may not); else it lies within its size
+// of the point where the pointer was seen over it.
+void TrayIcon::WatchWheel(bool pointerSeenOverIcon) {
+    POINT at{};
+    if (!::GetCursorPos(&at)) return;
+    NOTIFYICONIDENTIFIER icon{sizeof icon, Window(), kIconId, {}};
+    RECT area{};
+    if (SUCCEEDED(::Shell_NotifyIconGetRect(&icon, &area))) {
+        if (!::PtInRect(&area, at)) return;
+        wheel_.PointerOver({(area.left + area.right) / 2, (area.top + area.bottom) / 2},
+                           std::max(area.right - area.left, area.bottom - area.top) / 2);
+    } else if (pointerSeenOverIcon) {
+        wheel_.PointerOver({at.x, at.y},
+                           ::GetSystemMetricsForDpi(SM_CXSMICON, ::GetDpiForWindow(Window())));
+    } else {
+        return;
+    }
+    watching_ = this;
+    if (!hook_) {
+        hook_.reset(::SetWindowsHookExW(WH_MOUSE_LL, MouseHook, ::GetModuleHandleW(nullptr), 0));
+    }
+}
+
+void TrayIcon::WatchIfPointerOver() {
+    WatchWheel(false);
+}
+
+// Called on this thread, between its messages, for every move and turn of the mouse on this
+// desktop: it decides at once and leaves the rest to the window, for a hook that keeps the
+// mouse waiting is skipped by the system (LowLevelMouseProc, Remarks).
+LRESULT CALLBACK TrayIcon::MouseHook(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HC_ACTION && watching_ != nullptr && watching_->wheel_.Watching()) {
+        const auto& mouse = *reinterpret_cast<const MSLLHOOKSTRUCT*>(lParam);
+        const MousePoint at{mouse.pt.x, mouse.pt.y};
+        TrayWheel::Turn turn = TrayWheel::Turn::None;
+        if (wParam == WM_MOUSEWHEEL) {
+            turn = watching_->wheel_.Wheel(at, static_cast<short>(HIWORD(mouse.mouseData)));
+            // The icon of the desktop shown next watches from here on.
+            if (turn != TrayWheel::Turn::None) watching_->wheel_.Stop();
+        } else if (wParam == WM_MOUSEMOVE) {
+            (void)watching_->wheel_.Moved(at);
+        }
+        if (turn != TrayWheel::Turn::None || !watching_->wheel_.Watching()) {
+            ::PostMessageW(watching_->Window(), kWheelMessage, static_cast<WPARAM>(turn), 0);
+        }
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void TrayIcon::Wheel(TrayWheel::Turn turn) {
+    if (turn != TrayWheel::Turn::None) herald_->ShowInOrder(turn == TrayWheel::Turn::Next);
+    if (!wheel_.Watching()) hook_.reset();
+}
+
 LRESULT TrayIcon::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == taskbarCreated_) {
         added_ = false;
@@ -137,8 +192,15 @@ LRESULT TrayIcon::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         herald_->HotKey(static_cast<int>(wParam));
         return 0;
     }
+    if (message == kWheelMessage && herald_ != nullptr) {
+        Wheel(static_cast<TrayWheel::Turn>(wParam));
+        return 0;
+    }
     if (message != kTrayMessage || herald_ == nullptr) return Default(message, wParam, lParam);
     switch (LOWORD(lParam)) {
+        case WM_MOUSEMOVE:
+            if (!wheel_.Watching()) WatchWheel(true);
+            break;
         case NIN_SELECT:
         case NIN_KEYSELECT:
             herald_->Preview();

@@ -1,10 +1,12 @@
 #pragma once
 // The notification-area icon of desktop N: its number drawn at the system's small-icon size for
 // the screen's DPI, its tooltip, and its menu. It is added again when the taskbar comes back.
+// The wheel over it shows the next desktop or the one before (tray_wheel.h).
 
 #include <windows.h>
 
 #include "DeskHerald/herald.h"
+#include "DeskHerald/tray_wheel.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 
@@ -12,6 +14,8 @@ namespace zk::companion {
 
 inline constexpr wchar_t kTrayClass[] = L"Zelkova2Tray";
 inline constexpr UINT kTrayMessage = WM_APP + 1;
+// From the mouse hook: wParam is the wheel's turn, TrayWheel::Turn::None once the pointer left.
+inline constexpr UINT kWheelMessage = WM_APP + 2;
 
 class TrayIcon final : public WindowBase<TrayIcon> {
   public:
@@ -21,9 +25,14 @@ class TrayIcon final : public WindowBase<TrayIcon> {
     // Adds the icon, or brings its tooltip up to date.
     void Update();
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    // The desktop was just shown: the wheel is watched if the pointer is over the icon already.
+    void WatchIfPointerOver();
 
   private:
     void ShowMenu();
+    void WatchWheel(bool pointerSeenOverIcon);
+    void Wheel(TrayWheel::Turn turn);
+    static LRESULT CALLBACK MouseHook(int code, WPARAM wParam, LPARAM lParam);
     [[nodiscard]] UniqueIcon Render(int size);
 
     int desk_;
@@ -31,6 +40,10 @@ class TrayIcon final : public WindowBase<TrayIcon> {
     UINT taskbarCreated_;
     UniqueIcon icon_;
     bool added_ = false;
+    TrayWheel wheel_;
+    UniqueHook hook_;
+    // The hook's way back to the icon: a herald has one.
+    static inline TrayIcon* watching_ = nullptr;
 };
 
 }  // namespace zk::companion

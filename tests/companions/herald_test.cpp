@@ -2,6 +2,7 @@
 // commands, the start-up programs, and the switcher it keeps running.
 
 #include "DeskHerald/herald.h"
+#include "DeskHerald/tray_wheel.h"
 
 #include <gtest/gtest.h>
 
@@ -22,6 +23,7 @@ const std::vector<std::string> kSignals = {"SwitchToDesktop1", "SwitchToDesktop2
 struct FakeShell final : Herald::Shell {
     void ShowBanner(const Text& name) override { banners.push_back(name); }
     void TrayChanged() override { ++trayChanges; }
+    void Arrived() override {}
     std::optional<bool> Ask(const Text& question) override {
         questions.push_back(question);
         return answer;
@@ -148,6 +150,27 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
     EXPECT_NE(
         shell_.told[0].find(u"ZelkovaSettings.exe could not be started: The system cannot find"),
         Text::npos);
+}
+
+// The wheel over the icon: a whole notch (a fine wheel's parts add up) shows the next desktop
+// (towards the user) or the one before, wrapping; once the pointer has left, the wheel is not
+// watched until it comes back.
+TEST_F(HeraldTest, TheWheelOverTheIconShowsTheNextDesktopOrTheOneBefore) {
+    Herald& herald = Make(4);
+    TrayWheel wheel;
+    wheel.PointerOver({500, 700}, 16);
+    const auto turn = [&](MousePoint at, int delta) {
+        const TrayWheel::Turn t = wheel.Wheel(at, delta);
+        if (t != TrayWheel::Turn::None) herald.ShowInOrder(t == TrayWheel::Turn::Next);
+        return s_.Taken(kSignals);
+    };
+    EXPECT_EQ(turn({510, 690}, -120), std::vector<std::string>{"SwitchToDesktop1"});
+    EXPECT_TRUE(turn({510, 690}, 60).empty());
+    EXPECT_EQ(turn({510, 690}, 60), std::vector<std::string>{"SwitchToDesktop3"});
+    EXPECT_FALSE(wheel.Moved({520, 700})) << "off the icon";
+    EXPECT_TRUE(turn({500, 700}, 120).empty()) << "not watched until the pointer is back";
+    wheel.PointerOver({500, 700}, 16);
+    EXPECT_EQ(turn({500, 700}, 120), std::vector<std::string>{"SwitchToDesktop3"});
 }
 
 // Each by the full path of its program, found as the system would but never in the current
