@@ -7,6 +7,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include "DeskHerald/tray_icon.h"
 #include "ZelkovaSettings/settings_resources.h"
 #include "e2e/system_test.h"
 #include "support/recorder_file.h"
@@ -67,7 +68,8 @@ TEST_F(Product, EachDesktopsTrayIconNamesItAndItsMenuAndClickSwitchAndPreview) {
 }
 
 // A user on desktop 1 types part of a window's title into the finder and arrives at that window,
-// restored and in front, on desktop 3; the next desktop and the one before wrap around.
+// restored and in front, on desktop 3; the next desktop and the one before wrap around, by key
+// and by the wheel over the tray icon.
 TEST_F(Product, TheFinderShowsAWindowOfAnotherDesktopAndNextAndBeforeWrap) {
     ASSERT_TRUE(Start());
     ::SetEnvironmentVariableW(L"ZK_WINDOW", L"Quarterly figures - Stand-in");
@@ -100,6 +102,11 @@ TEST_F(Product, TheFinderShowsAWindowOfAnotherDesktopAndNextAndBeforeWrap) {
          {std::tuple{3, VK_RIGHT, 4}, {4, VK_RIGHT, 1}, {1, VK_LEFT, 4}, {4, VK_LEFT, 3}}) {
         ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, static_cast<WORD>(key)}));
         EXPECT_TRUE(Shown(to)) << from << " to " << to;
+    }
+    for (const auto& [from, delta, to] : {std::tuple{3, -WHEEL_DELTA, 4}, {4, WHEEL_DELTA, 3}}) {
+        ASSERT_TRUE(support::WheelOverIconOn(kDesks[from - 1], companion::kTrayClass,
+                                             companion::kTrayMessage, delta));
+        EXPECT_TRUE(Shown(to)) << "the wheel from " << from << " to " << to;
     }
 }
 

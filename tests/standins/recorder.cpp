@@ -8,14 +8,20 @@
 //                                   keyboard repeats a held key (after 500 ms, every 33 ms),
 //                                   into whichever desktop is the input desktop then;
 //   ZK_HOTKEY_WAIT_MS=n             waits that long for its hotkey to be pressed;
+//   ZK_WHEEL="class message delta"  points at the tray icon of its desktop's window of that class
+//                                   as the notification area does (the icon's message with
+//                                   WM_MOUSEMOVE, the pointer where the area says the icon
+//                                   is), then turns the mouse wheel by delta;
 //   ZK_QUERY_END_SESSION=1          asks every window of its desktop, as the system does at a
 //                                   log-off, whether the session may end (WM_QUERYENDSESSION);
 //   ZK_WINDOW="title"               shows a window with that title, minimised, and waits up to
 //                                   ZK_FOREGROUND_WAIT_MS for it to be restored in front.
 // Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type
 // (the keys went down on its desktop), 8 when every window it asked said yes, 16 when its window
-// came to the front.
+// came to the front, 32 when the wheel turned.
 #include <windows.h>
+
+#include <shellapi.h>
 
 #include <string>
 #include <vector>
@@ -72,6 +78,23 @@ bool Type(const std::wstring& keys) {
         (void)up();
     }
     return typed;
+}
+
+bool TurnWheelOverIcon(const std::wstring& wheel) {
+    const auto space = wheel.find(L' ');
+    const auto last = wheel.rfind(L' ');
+    const HWND tray = ::FindWindowW(wheel.substr(0, space).c_str(), nullptr);
+    if (tray == nullptr) return false;
+    NOTIFYICONIDENTIFIER icon{sizeof icon, tray, 1, {}};
+    RECT area{};
+    if (SUCCEEDED(::Shell_NotifyIconGetRect(&icon, &area))) {
+        ::SetCursorPos((area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    }
+    ::PostMessageW(tray, static_cast<UINT>(std::stoul(wheel.substr(space + 1))), 0, WM_MOUSEMOVE);
+    ::Sleep(300);
+    INPUT turn{INPUT_MOUSE, {.mi = {0, 0, 0, MOUSEEVENTF_WHEEL, 0, 0}}};
+    turn.mi.mouseData = static_cast<DWORD>(std::stol(wheel.substr(last + 1)));
+    return ::SendInput(1, &turn, sizeof turn) == 1;
 }
 
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
@@ -146,6 +169,8 @@ int wmain() {
     }
     const std::wstring keys = Env(L"ZK_TYPE");
     if (!keys.empty() && Type(keys)) exitCode |= 4;
+    const std::wstring wheel = Env(L"ZK_WHEEL");
+    if (!wheel.empty() && TurnWheelOverIcon(wheel)) exitCode |= 32;
     if (!Env(L"ZK_QUERY_END_SESSION").empty() && SessionMayEnd()) exitCode |= 8;
     const std::wstring wait = Env(L"ZK_HOTKEY_WAIT_MS");
     if (!wait.empty() && HotKeyCame(static_cast<DWORD>(std::stoul(wait)))) exitCode |= 2;

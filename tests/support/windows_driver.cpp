@@ -47,6 +47,18 @@ bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD hold
     return (typed.exitCode & 4) != 0;
 }
 
+bool WheelOverIconOn(const wchar_t* desktop, const wchar_t* trayClass, UINT trayMessage,
+                     int delta) {
+    const std::wstring wheel = std::wstring(trayClass) + L" " + std::to_wstring(trayMessage) +
+                               L" " + std::to_wstring(delta);
+    ::SetEnvironmentVariableW(L"ZK_WHEEL", wheel.c_str());
+    const Text recorder = RecorderPath();
+    const RunResult turned =
+        RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
+    ::SetEnvironmentVariableW(L"ZK_WHEEL", nullptr);
+    return (turned.exitCode & 32) != 0;
+}
+
 bool SessionMayEndOn(const wchar_t* desktop) {
     ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", L"1");
     const Text recorder = RecorderPath();
@@ -173,6 +185,25 @@ HWND WindowOn(const wchar_t* desktop, const wchar_t* className, bool mustBeShown
     ::EnumDesktopWindows(handle, &MatchShown, reinterpret_cast<LPARAM>(&search));
     ::CloseDesktop(handle);
     return search.found;
+}
+
+std::wstring ShownWindows(const wchar_t* desktop) {
+    const HDESK handle = ::OpenDesktopW(desktop, 0, FALSE, DESKTOP_READOBJECTS | DESKTOP_ENUMERATE);
+    if (handle == nullptr) return {};
+    std::wstring list;
+    ::EnumDesktopWindows(
+        handle,
+        [](HWND window, LPARAM lParam) -> BOOL {
+            if ((::GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) == 0) return TRUE;
+            wchar_t className[64] = {};
+            ::GetClassNameW(window, className, 64);
+            auto& found = *reinterpret_cast<std::wstring*>(lParam);
+            found += (found.empty() ? L"" : L", ") + std::wstring(className);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&list));
+    ::CloseDesktop(handle);
+    return list;
 }
 
 std::wstring LogPath() {

@@ -33,6 +33,9 @@ std::wstring InputDesktop();
 // input desktop. True when the system took them. Held for `holdFor` milliseconds, the last key
 // repeats as a held key does.
 bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor = 0);
+// Points at the tray icon of that desktop's window of class `trayClass`, as the notification
+// area does, and turns the mouse wheel by `delta` there; true when the system took the turn.
+bool WheelOverIconOn(const wchar_t* desktop, const wchar_t* trayClass, UINT trayMessage, int delta);
 // Asks every window of the desktop whether the session may end, as the system does at a log-off;
 // true when each said yes.
 bool SessionMayEndOn(const wchar_t* desktop);
@@ -67,6 +70,8 @@ std::unique_ptr<Running> HoldHotKey(UINT modifiers, UINT key);
 std::wstring ProgramFolder();
 // A window of that class on the named desktop, shown by its program (or hidden, if allowed).
 HWND WindowOn(const wchar_t* desktop, const wchar_t* className, bool mustBeShown = true);
+// The classes of the windows shown on a desktop, for a failure to name what may hold the input.
+std::wstring ShownWindows(const wchar_t* desktop);
 std::wstring Caption(HWND window);
 
 std::wstring LogPath();
