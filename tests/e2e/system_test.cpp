@@ -83,10 +83,14 @@ RunResult SystemTest::Ctl(const std::wstring& arguments, const wchar_t* desktop)
         (void)Within(3000, [&] { return !WindowOn(kDesks[desk - 1], L"Zelkova2Banner"); });
     }
     if (shown) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "desktop " << desk << " not shown; " << WhereInputIs();
+}
+
+std::string SystemTest::WhereInputIs() {
     const std::wstring input = InputDesktop();
-    return ::testing::AssertionFailure()
-           << "desktop " << desk << " not shown; the input desktop is "
-           << std::string(input.begin(), input.end());
+    const std::wstring there = support::ShownWindows(input.c_str());
+    return "the input desktop is " + std::string(input.begin(), input.end()) + ", showing " +
+           std::string(there.begin(), there.end());
 }
 
 ::testing::AssertionResult SystemTest::Greeted(int desk) {
@@ -105,8 +109,10 @@ RunResult SystemTest::Ctl(const std::wstring& arguments, const wchar_t* desktop)
     return Greeted(desk);
 }
 
-bool SystemTest::Type(int desk, std::initializer_list<WORD> keys) {
-    return support::TypeOn(kDesks[desk - 1], keys);
+::testing::AssertionResult SystemTest::Type(int desk, std::initializer_list<WORD> keys) {
+    if (support::TypeOn(kDesks[desk - 1], keys)) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << "the keys could not be typed on desktop " << desk << "; " << WhereInputIs();
 }
 
 }  // namespace zk::e2e

@@ -36,7 +36,9 @@ class SystemTest : public ::testing::Test {
     ::testing::AssertionResult Start(const wchar_t* from = nullptr);
     // Desktop N is shown: the input desktop under Wine 10; its herald's banner under Wine 8.
     ::testing::AssertionResult Shown(int desk);
-    static bool Type(int desk, std::initializer_list<WORD> keys);
+    // Where the input is and what that desktop shows, for a failure to say.
+    static std::string WhereInputIs();
+    static ::testing::AssertionResult Type(int desk, std::initializer_list<WORD> keys);
     // Desktop N is shown and, where desktops switch, its banner has greeted the user: what a user
     // waits for before the next key (under Wine 10 a window shown on a desktop just left takes
     // the input back there).
