@@ -26,11 +26,15 @@ KeyRepeat::KeyRepeat(HotKeyApi& keyboard, KernelApi& clock, SharedState& state)
 bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
     SharedBlock& last = state_.Block();
     const std::uint64_t now = clock_.GetTickCount64();
-    const std::uint64_t within = (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
-    // Too late to repeat the last one: a new press, of the one key that can have sent it. The
-    // keyboard is not asked, which costs a trip to the system on the way of a switch; a key
-    // typed once is still down when its hotkey arrives.
-    if (keys.size() == 1 && now - last.hotKeyTick > within) {
+    const std::uint64_t since = now - last.hotKeyTick;
+    // Too late to repeat the last one; or too soon, for a key repeats only the keyboard's delay
+    // after its press (less the way): then it was pressed again, as fast hands do.
+    const bool tooLate = since > (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
+    const bool tooSoon = last.hotKeyRepeats == 0 && since + kWay < delay_;
+    // A new press of the one key that can have sent it: the keyboard is not asked, which costs a
+    // trip to the system on the way of a switch; a key typed once is still down when its hotkey
+    // arrives.
+    if (keys.size() == 1 && (tooLate || tooSoon)) {
         last.hotKeyTick = now;
         last.hotKeyKey = keys[0];
         last.hotKeyRepeats = 0;
@@ -48,7 +52,7 @@ bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
         std::find(keys.begin(), keys.end(), last.hotKeyKey) != keys.end()) {
         held = last.hotKeyKey;
     }
-    const bool repeat = held != 0 && held == last.hotKeyKey && now - last.hotKeyTick <= within;
+    const bool repeat = held != 0 && held == last.hotKeyKey && !tooLate && !tooSoon;
     last.hotKeyTick = now;
     last.hotKeyKey = held;
     last.hotKeyRepeats = repeat ? static_cast<std::int16_t>(last.hotKeyRepeats + 1) : 0;

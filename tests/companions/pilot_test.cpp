@@ -255,6 +255,10 @@ TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
     s_.os.AdvanceTime(200);
     s_.os.HoldHotKey(kCtrlAlt, 0x08);
     EXPECT_EQ(arrives(false), once) << "pressed again";
+    s_.os.ReleaseKeys();
+    s_.os.AdvanceTime(150);
+    s_.os.HoldHotKey(kCtrlAlt, 0x08);
+    EXPECT_EQ(arrives(false), once) << "pressed again sooner than the keyboard repeats";
 }
 
 TEST_P(PilotTest, ReadRegReregistersOnlyTheHotKeysWhoseValuesChanged) {
