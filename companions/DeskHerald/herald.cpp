@@ -95,12 +95,7 @@ bool Herald::Woken(const Wake& wake) {
 // that the companions' record names another desktop, or that the system shows another of the
 // made desktops (where it does not switch desktops, as Wine 8, the input desktop stays "Default").
 bool Herald::StillShown() {
-    if (state_.Current() != desk_) return false;
-    const Text input = ownDesktop_.InputName();
-    for (int desk = 2; desk <= kDesktopCount; ++desk) {
-        if (desk != desk_ && input == kDesktopNames[desk - 1]) return false;
-    }
-    return true;
+    return state_.Current() == desk_ && !ownDesktop_.AnotherShown();
 }
 
 Text Herald::Tooltip() {

@@ -61,6 +61,7 @@ void FinderWindow::Show() {
     Registry registry(os_);
     for (int d = 1; d <= kDesktopCount; ++d)
         names_[d - 1] = DesktopName(registry, d);
+    Returned();
     finder_.emplace(AllUserWindows(os_));
     first_ = 0;
     Changed();
@@ -70,6 +71,7 @@ void FinderWindow::Show() {
 }
 
 void FinderWindow::Hide() {
+    Returned();
     ::ShowWindow(Window(), SW_HIDE);
     finder_.reset();
 }
@@ -94,8 +96,8 @@ void FinderWindow::Choose() {
     const FoundWindow* chosen = finder_ ? finder_->ChosenWindow() : nullptr;
     if (chosen == nullptr) return;
     const FoundWindow found = *chosen;
-    Hide();
-    show_(found);
+    show_(found);  // put away by the switcher when the window's desktop is another
+    if (!Away()) Hide();
 }
 
 void FinderWindow::Key(UINT key) {
@@ -126,6 +128,10 @@ void FinderWindow::Key(UINT key) {
 
 LRESULT FinderWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     if (!finder_ && message != WM_PAINT) return Default(message, wParam, lParam);
+    if (Away() && (message == WM_KEYDOWN || message == WM_CHAR)) {  // back before it was hidden
+        Hide();
+        return 0;
+    }
     switch (message) {
         case WM_KEYDOWN:
             Key(static_cast<UINT>(wParam));
@@ -158,7 +164,7 @@ LRESULT FinderWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_ACTIVATE:
-            if (LOWORD(wParam) == WA_INACTIVE) Hide();  // clicked elsewhere
+            if (LOWORD(wParam) == WA_INACTIVE && !Away()) Hide();  // clicked elsewhere
             return 0;
         case WM_DPICHANGED:
             LayOut();

@@ -63,6 +63,14 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
 
     void ShowPreview() override { preview_.Show(); }
     void HidePreview() override { preview_.Hide(); }
+    void PutAway() override {
+        preview_.PutAway();
+        finder_.PutAway();
+    }
+    void HidePutAway() override {
+        if (preview_.Away()) preview_.Hide();
+        if (finder_.Away()) finder_.Hide();
+    }
     bool PreviewShown() override { return ::IsWindowVisible(preview_.Window()) != FALSE; }
     void ShowFinder() override {
         preview_.Hide();

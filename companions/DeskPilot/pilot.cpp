@@ -138,6 +138,7 @@ bool Pilot::Woken(const Wake& wake) {
             (void)BringForwardIfAsked(os_, state_, desk_);
             return true;
         case kShown:
+            if (!ownDesktop_.AnotherShown()) shell_.HidePutAway();
             (void)BringForwardIfAsked(os_, state_, desk_);
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
@@ -217,11 +218,15 @@ void Pilot::NoteShown() {
     state_.RecordSwitch(desk_);
 }
 
-// The preview goes first: hidden on a desktop that is no longer shown, it would take the input
-// back there under Wine 10. The user sees the target before the command has left; the controller,
-// told afterwards, keeps its record and switches again (a no-op) or in the switcher's place.
+// The preview and the finder go first, out of sight, and the user sees the target before the
+// command has left; the controller, told afterwards, keeps its record and switches again (a no-op)
+// or in the switcher's place.
 void Pilot::RequestSwitch(int target) {
-    shell_.HidePreview();
+    if (target == desk_) {
+        shell_.HidePreview();
+    } else {
+        shell_.PutAway();
+    }
     (void)shower_.Show(target);
     const auto command = SwitchCommand(static_cast<std::int16_t>(target));
     if (direct_ && direct_->Send(command)) {

@@ -36,6 +36,10 @@ class Pilot {
         virtual ~Shell() = default;
         virtual void ShowPreview() = 0;
         virtual void HidePreview() = 0;
+        // Leaving this desktop: the preview and the finder, where open, go out of sight but stay
+        // shown (window_base.h says why); hidden once the desktop is shown again.
+        virtual void PutAway() = 0;
+        virtual void HidePutAway() = 0;
         [[nodiscard]] virtual bool PreviewShown() = 0;
         // Takes a picture of what the desktop shows.
         virtual void Capture() = 0;

@@ -67,6 +67,7 @@ void PreviewWindow::LayOut() {
 }
 
 void PreviewWindow::Show() {
+    Returned();
     Registry registry(os_);
     for (int d = 1; d <= kDesktopCount; ++d)
         names_[d - 1] = DesktopName(registry, d);
@@ -90,17 +91,22 @@ void PreviewWindow::Show() {
 }
 
 void PreviewWindow::Hide() {
+    Returned();
     if (::IsWindowVisible(Window())) ::ShowWindow(Window(), SW_HIDE);
 }
 
+// The switcher puts the preview away when the choice leaves this desktop, or hides it.
 void PreviewWindow::Choose(int desk) {
-    Hide();
     choose_(desk);
 }
 
 LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_KEYDOWN: {
+            if (Away()) {  // back on its desktop before the switcher hid it
+                Hide();
+                return 0;
+            }
             const PreviewAction action = PreviewKey(static_cast<std::uint32_t>(wParam), selected_);
             if (action.kind == PreviewAction::Select) {
                 selected_ = action.desktop;
@@ -120,8 +126,8 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                 const auto row = static_cast<std::size_t>(title->second);
                 if (row < PreviewWindowRows(windows.size())) {  // not "and N more"
                     const FoundWindow found = windows[row];
-                    Hide();
                     showWindow_(found);
+                    if (!Away()) Hide();
                 }
                 return 0;
             }
@@ -130,7 +136,7 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_ACTIVATE:
-            if (LOWORD(wParam) == WA_INACTIVE) Hide();  // clicked elsewhere
+            if (LOWORD(wParam) == WA_INACTIVE && !Away()) Hide();  // clicked elsewhere
             return 0;
         case WM_DPICHANGED:
             if (::IsWindowVisible(Window())) LayOut();

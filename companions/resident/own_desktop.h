@@ -13,6 +13,9 @@ class OwnDesktop {
     [[nodiscard]] const Text& Name() const { return name_; }
     // Whether it is the input desktop at this moment.
     [[nodiscard]] bool Shown() { return InputName() == name_; }
+    // Whether the system shows another of Zelkova2's made desktops. Where it does not switch
+    // desktops (Wine 8) the input desktop stays "Default", which then says nothing.
+    [[nodiscard]] bool AnotherShown();
     // The name of the input desktop now; empty when the system does not say.
     [[nodiscard]] Text InputName();
 

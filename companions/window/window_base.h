@@ -20,7 +20,24 @@ class WindowBase {
 
     [[nodiscard]] HWND Window() const { return window_; }
 
+    // Leaving the desktop with this window shown: it goes beyond every monitor but stays shown
+    // and active. Hidden, it would hand the focus to another window of a desktop no longer shown,
+    // and under Wine 10 the input follows the focus back there (late, on a busy machine).
+    void PutAway() {
+        if (!::IsWindowVisible(window_)) return;
+        const int beyond =
+            ::GetSystemMetrics(SM_XVIRTUALSCREEN) + ::GetSystemMetrics(SM_CXVIRTUALSCREEN);
+        ::SetWindowPos(window_, nullptr, beyond, 0, 0, 0,
+                       SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOSIZE);
+        away_ = true;
+    }
+    // Put away, and neither hidden nor shown again since.
+    [[nodiscard]] bool Away() const { return away_; }
+
   protected:
+    // Shown or hidden again: no longer away.
+    void Returned() { away_ = false; }
+
     ~WindowBase() {
         if (window_ != nullptr) ::DestroyWindow(window_);
     }
@@ -108,6 +125,7 @@ class WindowBase {
     HWND window_ = nullptr;
     bool dialog_ = false;
     bool unhandled_ = false;
+    bool away_ = false;
 };
 
 }  // namespace zk::companion

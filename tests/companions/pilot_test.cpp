@@ -25,11 +25,20 @@ struct FakeShell final : Pilot::Shell {
         calls.push_back("hide");
         shown = false;
     }
+    void PutAway() override {
+        calls.push_back("away");
+        away = shown;
+    }
+    void HidePutAway() override {
+        if (away) HidePreview();
+        away = false;
+    }
     bool PreviewShown() override { return shown; }
     void Capture() override { calls.push_back("capture"); }
     void ShowFinder() override { calls.push_back("finder"); }
     std::vector<std::string> calls;
     bool shown = false;
+    bool away = false;
 };
 
 Pilot* g_pilot = nullptr;
@@ -110,6 +119,7 @@ TEST_P(PilotTest, AHotKeyOrASignalShowsItsDesktopAtOnceThenAsksTheController) {
         s_.os.ShowDesktopInOtherProcess(u"desk2");
     }
     s_.os.CreateDesktopInOtherProcess(u"desk4");
+    shell_.ShowPreview();
     s_.os.journal().Clear();
     s_.Raise("Switcher2SwitchTo4");  // the controller's hotkey, where it holds them
     Pump();
@@ -119,12 +129,19 @@ TEST_P(PilotTest, AHotKeyOrASignalShowsItsDesktopAtOnceThenAsksTheController) {
     EXPECT_TRUE(s_.os.journal().Find("SetEvent", {}, *shown)) << "the command comes after";
     EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop4"});
     EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "capture"), 0);
-    EXPECT_EQ(shell_.calls.back(), "hide");
+    EXPECT_EQ(shell_.calls.back(), "away") << "the preview goes out of sight, not hidden";
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
+    Pump();
+    EXPECT_EQ(shell_.calls.back(), "away") << "not hidden while desktop 2 is not shown";
+    s_.os.ShowDesktopInOtherProcess(u"desk2");
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
+    Pump();
+    EXPECT_EQ(shell_.calls.back(), "hide") << "hidden once desktop 2 is shown again";
 
     s_.os.faults().FailEvery("SwitchDesktop", ErrorAccessDenied);
     s_.Raise("Switcher2SwitchTo1");
     Pump();
-    EXPECT_EQ(s_.os.InputDesktopName(), u"desk4");
+    EXPECT_EQ(s_.os.InputDesktopName(), u"desk2");
     EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop1"})
         << "left to the controller";
 }
@@ -222,7 +239,7 @@ TEST_P(PilotTest, PreviousIsTheDesktopShownBeforeHoweverThisOneCameToBeShown) {
     pilot_->HotKey(6);
     s_.Raise("ShowPopupSwitcher3");
     Pump();
-    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"hide", "hide", "capture", "show", "show"}))
+    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"away", "away", "capture", "show", "show"}))
         << "no picture while the preview is open: it would show itself";
 }
 

@@ -81,7 +81,7 @@ TEST_F(UsersDay, PreviousGoesBackOnceHoweverTheDesktopCameAndHowLongTheKeyIsHeld
     ::SendMessageW(::FindWindowW(nullptr, L"Zelkova 2"), WM_COPYDATA, 0,
                    reinterpret_cast<LPARAM>(&data));
     ASSERT_TRUE(Shown(4));
-    ASSERT_TRUE(support::TypeOn(L"desk4", {VK_CONTROL, VK_MENU, VK_BACK}, 900));
+    ASSERT_TRUE(Type(4, {VK_CONTROL, VK_MENU, VK_BACK}, 900));
     ::Sleep(300);
     EXPECT_TRUE(Shown(3)) << "once, not back again";
     ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, VK_BACK}));
@@ -96,6 +96,10 @@ TEST_F(UsersDay, ThePreviewOpensOnItsDesktopAndAKeyInItShowsTheChosenDesktop) {
     ::Sleep(300);  // it takes the keyboard
     ASSERT_TRUE(Type(3, {'2'}));
     EXPECT_TRUE(Shown(2));
+    // Left out of sight, not hidden (a window hidden on a desktop being left takes the input
+    // back there under Wine 10), and gone when the user is back.
+    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));
+    EXPECT_TRUE(Shown(3));
     EXPECT_TRUE(Within(2000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
 }
 
