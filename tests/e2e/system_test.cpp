@@ -109,8 +109,9 @@ std::string SystemTest::WhereInputIs() {
     return Greeted(desk);
 }
 
-::testing::AssertionResult SystemTest::Type(int desk, std::initializer_list<WORD> keys) {
-    if (support::TypeOn(kDesks[desk - 1], keys)) return ::testing::AssertionSuccess();
+::testing::AssertionResult SystemTest::Type(int desk, std::initializer_list<WORD> keys,
+                                            DWORD holdFor) {
+    if (support::TypeOn(kDesks[desk - 1], keys, holdFor)) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure()
            << "the keys could not be typed on desktop " << desk << "; " << WhereInputIs();
 }

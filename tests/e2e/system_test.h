@@ -38,7 +38,9 @@ class SystemTest : public ::testing::Test {
     ::testing::AssertionResult Shown(int desk);
     // Where the input is and what that desktop shows, for a failure to say.
     static std::string WhereInputIs();
-    static ::testing::AssertionResult Type(int desk, std::initializer_list<WORD> keys);
+    // Types the keys on desktop N (holds them for `holdFor` ms, as support::TypeOn does).
+    static ::testing::AssertionResult Type(int desk, std::initializer_list<WORD> keys,
+                                           DWORD holdFor = 0);
     // Desktop N is shown and, where desktops switch, its banner has greeted the user: what a user
     // waits for before the next key (under Wine 10 a window shown on a desktop just left takes
     // the input back there).

@@ -97,11 +97,12 @@ bool TurnWheelOverIcon(const std::wstring& wheel) {
     return ::SendInput(1, &turn, sizeof turn) == 1;
 }
 
+// A window that is gone by the time it is asked (a program ending meanwhile) has no say.
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
     DWORD_PTR answer = 0;
-    if (!::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, SMTO_NORMAL, 5000,
-                               &answer) ||
-        answer == 0) {
+    const bool asked = ::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF,
+                                             SMTO_NORMAL, 5000, &answer) != 0;
+    if (asked ? answer == 0 : ::IsWindow(window) != FALSE) {
         *reinterpret_cast<bool*>(lParam) = false;
     }
     return TRUE;
