@@ -51,8 +51,7 @@ TEST_F(Product, EachDesktopsTrayIconNamesItAndItsMenuAndClickSwitchAndPreview) {
     HWND preview = nullptr;
     ASSERT_TRUE(Within(5000, [&] { return (preview = WindowOn(L"desk3", L"Zelkova2Preview")); }));
     EXPECT_NE(Caption(preview).find(L"3  Mail  (shown)"), std::wstring::npos) << Caption(preview);
-    ::Sleep(300);
-    ASSERT_TRUE(Type(3, {VK_ESCAPE}));
+    ASSERT_TRUE(TypeInto(3, L"Zelkova2Preview", {VK_ESCAPE}));
     EXPECT_TRUE(Within(3000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
     // The tooltip follows a rename at once, and tells of a hotkey stored as no key.
     ::RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Zelkova\\Desktop3", &key);
@@ -87,8 +86,7 @@ TEST_F(Product, TheFinderShowsAWindowOfAnotherDesktopAndNextAndBeforeWrap) {
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, VK_SPACE}));
     HWND finder = nullptr;
     ASSERT_TRUE(Within(5000, [&] { return (finder = WindowOn(L"Default", L"Zelkova2Finder")); }));
-    ::Sleep(300);
-    ASSERT_TRUE(Type(1, {'Q', 'U', 'A', 'R'}));
+    ASSERT_TRUE(TypeInto(1, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'}));
     EXPECT_TRUE(Within(3000, [&] {
         return Caption(finder).find(L"chosen: Quarterly figures - Stand-in (desktop 3)") !=
                std::wstring::npos;

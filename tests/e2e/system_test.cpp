@@ -116,4 +116,15 @@ std::string SystemTest::WhereInputIs() {
            << "the keys could not be typed on desktop " << desk << "; " << WhereInputIs();
 }
 
+::testing::AssertionResult SystemTest::TypeInto(int desk, const wchar_t* windowClass,
+                                                std::initializer_list<WORD> keys) {
+    if (support::TypeOn(kDesks[desk - 1], keys, 0, windowClass)) {
+        return ::testing::AssertionSuccess();
+    }
+    const std::wstring into(windowClass);
+    return ::testing::AssertionFailure()
+           << "the keys could not be typed into " << std::string(into.begin(), into.end())
+           << " on desktop " << desk << "; " << WhereInputIs();
+}
+
 }  // namespace zk::e2e

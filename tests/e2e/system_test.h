@@ -41,6 +41,9 @@ class SystemTest : public ::testing::Test {
     // Types the keys on desktop N (holds them for `holdFor` ms, as support::TypeOn does).
     static ::testing::AssertionResult Type(int desk, std::initializer_list<WORD> keys,
                                            DWORD holdFor = 0);
+    // Types the keys on desktop N once a window of that class has the keyboard there.
+    static ::testing::AssertionResult TypeInto(int desk, const wchar_t* windowClass,
+                                               std::initializer_list<WORD> keys);
     // Desktop N is shown and, where desktops switch, its banner has greeted the user: what a user
     // waits for before the next key (under Wine 10 a window shown on a desktop just left takes
     // the input back there).

@@ -4,6 +4,8 @@
 // play another program of the user's desktop:
 //   ZK_HOLD_HOTKEY="modifiers,key"  registers that hotkey on a window of its own desktop;
 //   ZK_TYPE="key key ..."           types the keys (decimal virtual keys) from its desktop;
+//   ZK_TYPE_INTO="class"            types them once the foreground window is of that class, as
+//                                   a user waits for a window to take the keyboard (5 s at most);
 //   ZK_HOLD_MS=n                    holds them down that long, the last one repeating as the
 //                                   keyboard repeats a held key (after 500 ms, every 33 ms),
 //                                   into whichever desktop is the input desktop then;
@@ -38,7 +40,21 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
+bool ForegroundIs(const std::wstring& className) {
+    for (DWORD waited = 0; waited < 5000; waited += 20) {
+        wchar_t name[64] = {};
+        const HWND front = ::GetForegroundWindow();
+        if (front != nullptr && ::GetClassNameW(front, name, 64) > 0 && className == name) {
+            return true;
+        }
+        ::Sleep(20);
+    }
+    return false;
+}
+
 bool Type(const std::wstring& keys) {
+    const std::wstring into = Env(L"ZK_TYPE_INTO");
+    if (!into.empty() && !ForegroundIs(into)) return false;
     std::vector<WORD> codes;
     for (std::size_t at = 0; at < keys.size();) {
         std::size_t used = 0;

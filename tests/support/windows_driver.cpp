@@ -33,17 +33,20 @@ std::wstring ProgramFolder() {
     return std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\bin";
 }
 
-bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor) {
+bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor,
+            const wchar_t* into) {
     std::wstring list;
     for (const WORD key : keys)
         list += std::to_wstring(key) + L" ";
     ::SetEnvironmentVariableW(L"ZK_TYPE", list.c_str());
     if (holdFor != 0) ::SetEnvironmentVariableW(L"ZK_HOLD_MS", std::to_wstring(holdFor).c_str());
+    ::SetEnvironmentVariableW(L"ZK_TYPE_INTO", into);
     const Text recorder = RecorderPath();
     const RunResult typed =
         RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
     ::SetEnvironmentVariableW(L"ZK_TYPE", nullptr);
     ::SetEnvironmentVariableW(L"ZK_HOLD_MS", nullptr);
+    ::SetEnvironmentVariableW(L"ZK_TYPE_INTO", nullptr);
     return (typed.exitCode & 4) != 0;
 }
 
@@ -197,8 +200,17 @@ std::wstring ShownWindows(const wchar_t* desktop) {
             if ((::GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) == 0) return TRUE;
             wchar_t className[64] = {};
             ::GetClassNameW(window, className, 64);
+            RECT at{};
+            ::GetWindowRect(window, &at);
+            const RECT screen{
+                ::GetSystemMetrics(SM_XVIRTUALSCREEN), ::GetSystemMetrics(SM_YVIRTUALSCREEN),
+                ::GetSystemMetrics(SM_XVIRTUALSCREEN) + ::GetSystemMetrics(SM_CXVIRTUALSCREEN),
+                ::GetSystemMetrics(SM_YVIRTUALSCREEN) + ::GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+            RECT both{};
+            const bool inSight = ::IntersectRect(&both, &at, &screen) != FALSE;
             auto& found = *reinterpret_cast<std::wstring*>(lParam);
-            found += (found.empty() ? L"" : L", ") + std::wstring(className);
+            found += (found.empty() ? L"" : L", ") + std::wstring(className) +
+                     (inSight ? L"" : L" (out of sight)");
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&list));

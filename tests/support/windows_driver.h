@@ -31,8 +31,10 @@ int WineVersion();
 std::wstring InputDesktop();
 // Types the keys as a program on that desktop would: input comes only from a thread of the
 // input desktop. True when the system took them. Held for `holdFor` milliseconds, the last key
-// repeats as a held key does.
-bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor = 0);
+// repeats as a held key does. With `into`, they are typed once a window of that class has the
+// keyboard there, as a user waits for it.
+bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor = 0,
+            const wchar_t* into = nullptr);
 // Points at the tray icon of that desktop's window of class `trayClass`, as the notification
 // area does, and turns the mouse wheel by `delta` there; true when the system took the turn.
 bool WheelOverIconOn(const wchar_t* desktop, const wchar_t* trayClass, UINT trayMessage, int delta);
