@@ -7,6 +7,8 @@ namespace {
 
 // The way from the keyboard to the switcher: the controller, its signal and the switcher's wake.
 constexpr std::uint64_t kWay = 100;
+// How much later than the keyboard's interval a repeat may arrive.
+constexpr std::uint64_t kJitter = 50;
 
 }  // namespace
 
@@ -28,9 +30,13 @@ bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
     const std::uint64_t now = clock_.GetTickCount64();
     const std::uint64_t since = now - last.hotKeyTick;
     // Too late to repeat the last one; or too soon, for a key repeats only the keyboard's delay
-    // after its press (less the way): then it was pressed again, as fast hands do.
+    // after its press (less the way): then it was pressed again, as fast hands do. But within the
+    // repeats' interval it is a repeat: the arrival before may have been one whose press went
+    // elsewhere (under Wine 10, to the switcher of a desktop just left), and a held "previous"
+    // would go back and forth.
     const bool tooLate = since > (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
-    const bool tooSoon = last.hotKeyRepeats == 0 && since + kWay < delay_;
+    const bool tooSoon =
+        last.hotKeyRepeats == 0 && since > interval_ + kJitter && since + kWay < delay_;
     // A new press of the one key that can have sent it: the keyboard is not asked, which costs a
     // trip to the system on the way of a switch; a key typed once is still down when its hotkey
     // arrives.

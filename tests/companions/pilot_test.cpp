@@ -276,6 +276,11 @@ TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
     s_.os.AdvanceTime(150);
     s_.os.HoldHotKey(kCtrlAlt, 0x08);
     EXPECT_EQ(arrives(false), once) << "pressed again sooner than the keyboard repeats";
+    s_.os.AdvanceTime(600);  // the press went elsewhere: the first arrival here is a repeat
+    s_.os.RepeatHeldKey(33);
+    EXPECT_EQ(arrives(true), once);
+    s_.os.RepeatHeldKey(33);
+    EXPECT_TRUE(arrives(true).empty()) << "the repeats after it are repeats";
 }
 
 TEST_P(PilotTest, ReadRegReregistersOnlyTheHotKeysWhoseValuesChanged) {
