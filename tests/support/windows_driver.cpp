@@ -33,8 +33,16 @@ std::wstring ProgramFolder() {
     return std::wstring(tests.begin(), tests.end()) + L"\\..\\..\\bin";
 }
 
+// A hand presses keys again a beat after it last did, never within this (the switchers take an
+// arrival sooner than the keyboard's repeat interval for a repeat).
+constexpr DWORD kHandBeat = 150;
+
 bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor,
             const wchar_t* into) {
+    static DWORD lastTyped = ::GetTickCount() - kHandBeat;
+    if (const DWORD since = ::GetTickCount() - lastTyped; since < kHandBeat) {
+        ::Sleep(kHandBeat - since);
+    }
     std::wstring list;
     for (const WORD key : keys)
         list += std::to_wstring(key) + L" ";
@@ -47,6 +55,7 @@ bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD hold
     ::SetEnvironmentVariableW(L"ZK_TYPE", nullptr);
     ::SetEnvironmentVariableW(L"ZK_HOLD_MS", nullptr);
     ::SetEnvironmentVariableW(L"ZK_TYPE_INTO", nullptr);
+    lastTyped = ::GetTickCount();
     return (typed.exitCode & 4) != 0;
 }
 
