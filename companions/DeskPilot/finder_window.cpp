@@ -179,35 +179,30 @@ LRESULT FinderWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// Drawn into a bitmap first and put on the screen in one go.
 void FinderWindow::Paint() {
-    PAINTSTRUCT ps;
-    const HDC screen = ::BeginPaint(Window(), &ps);
-    RECT client;
-    ::GetClientRect(Window(), &client);
-    const UniqueMemoryDc dc(::CreateCompatibleDC(screen));
-    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, client.right, client.bottom));
+    const BufferedPaint paint(Window());
+    const HDC dc = paint.Dc();
+    const RECT& client = paint.Client();
+    Fill(dc, client, kBackground);
     if (finder_) {
-        const Selection canvas(dc.get(), bitmap.get());
-        const Selection font(dc.get(), font_.get());
-        Fill(dc.get(), client, kBackground);
-        ::SetBkMode(dc.get(), TRANSPARENT);
+        const Selection font(dc, font_.get());
+        ::SetBkMode(dc, TRANSPARENT);
         const int pad = Scale(10, dpi_), icon = Scale(16, dpi_), chip = Scale(10, dpi_);
         RECT query{0, 0, client.right, queryHeight_};
-        Fill(dc.get(), query, kQuery);
+        Fill(dc, query, kQuery);
         query.left += pad;
         const Text prompt = finder_->Query().empty()
                                 ? Text(u"Find a window: type part of its title")
                                 : finder_->Query() + u"\u258F";
-        ::SetTextColor(dc.get(), finder_->Query().empty() ? kDim : kText);
-        ::DrawTextW(dc.get(), W(prompt), -1, &query,
+        ::SetTextColor(dc, finder_->Query().empty() ? kDim : kText);
+        ::DrawTextW(dc, W(prompt), -1, &query,
                     DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         const auto& matches = finder_->Matches();
         const auto chosen = finder_->Chosen();
         if (matches.empty()) {
             RECT none{pad, queryHeight_, client.right - pad, queryHeight_ + rowHeight_};
-            ::SetTextColor(dc.get(), kDim);
-            ::DrawTextW(dc.get(), L"No window has that in its title or program.", -1, &none,
+            ::SetTextColor(dc, kDim);
+            ::DrawTextW(dc, L"No window has that in its title or program.", -1, &none,
                         DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
         for (int row = 0; row < Rows(); ++row) {
@@ -216,31 +211,29 @@ void FinderWindow::Paint() {
             const FoundWindow& w = *matches[at];
             const int top = queryHeight_ + row * rowHeight_;
             RECT line{0, top, client.right, top + rowHeight_};
-            if (chosen && *chosen == at) Fill(dc.get(), line, kChosen);
-            ::DrawIconEx(dc.get(), pad, top + (rowHeight_ - icon) / 2, IconOf(w.window), icon, icon,
-                         0, nullptr, DI_NORMAL);
+            if (chosen && *chosen == at) Fill(dc, line, kChosen);
+            ::DrawIconEx(dc, pad, top + (rowHeight_ - icon) / 2, IconOf(w.window), icon, icon, 0,
+                         nullptr, DI_NORMAL);
             // The desktop, at the right: a chip in its colour and its name.
             const Text desk = names_[w.desk - 1];
             SIZE deskSize{};
-            ::GetTextExtentPoint32W(dc.get(), W(desk), static_cast<int>(desk.size()), &deskSize);
+            ::GetTextExtentPoint32W(dc, W(desk), static_cast<int>(desk.size()), &deskSize);
             const int deskLeft = client.right - pad - deskSize.cx;
             const Rgb colour = DesktopColour(w.desk);
-            Fill(dc.get(),
+            Fill(dc,
                  RECT{deskLeft - pad / 2 - chip, top + (rowHeight_ - chip) / 2, deskLeft - pad / 2,
                       top + (rowHeight_ + chip) / 2},
                  RGB(colour.r, colour.g, colour.b));
             RECT deskRect{deskLeft, top, client.right - pad, top + rowHeight_};
-            ::SetTextColor(dc.get(), kDim);
-            ::DrawTextW(dc.get(), W(desk), -1, &deskRect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+            ::SetTextColor(dc, kDim);
+            ::DrawTextW(dc, W(desk), -1, &deskRect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
             RECT title{pad * 2 + icon, top, deskLeft - pad - chip - pad, top + rowHeight_};
             const Text text = w.title + u"  \u2014  " + w.program;
-            ::SetTextColor(dc.get(), kText);
-            ::DrawTextW(dc.get(), W(text), -1, &title,
+            ::SetTextColor(dc, kText);
+            ::DrawTextW(dc, W(text), -1, &title,
                         DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         }
-        ::BitBlt(screen, 0, 0, client.right, client.bottom, dc.get(), 0, 0, SRCCOPY);
     }
-    ::EndPaint(Window(), &ps);
 }
 
 }  // namespace zk::companion

@@ -151,60 +151,52 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// Drawn into a bitmap first and put on the screen in one go.
 void PreviewWindow::Paint() {
-    PAINTSTRUCT ps;
-    const HDC screen = ::BeginPaint(Window(), &ps);
-    RECT client;
-    ::GetClientRect(Window(), &client);
-    const UniqueMemoryDc dc(::CreateCompatibleDC(screen));
-    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, client.right, client.bottom));
+    const BufferedPaint paint(Window());
+    const HDC dc = paint.Dc();
+    const RECT& client = paint.Client();
     {
-        const Selection canvas(dc.get(), bitmap.get());
-        Fill(dc.get(), {0, 0, client.right, client.bottom}, kBackground);
-        const Selection font(dc.get(), font_.get());
-        ::SetBkMode(dc.get(), TRANSPARENT);
-        ::SetTextColor(dc.get(), kText);
-        ::SetStretchBltMode(dc.get(), HALFTONE);
+        Fill(dc, {0, 0, client.right, client.bottom}, kBackground);
+        const Selection font(dc, font_.get());
+        ::SetBkMode(dc, TRANSPARENT);
+        ::SetTextColor(dc, kText);
+        ::SetStretchBltMode(dc, HALFTONE);
         const BITMAPINFO info = ThumbnailBitmapInfo();
         for (int d = 1; d <= kDesktopCount; ++d) {
             const Rect& tile = layout_.tiles[d - 1];
             const int f = layout_.frame;
             if (d == selected_ || d == shown_) {
                 const COLORREF frame = d == selected_ ? kSelected : Colour(DesktopColour(d));
-                Fill(dc.get(), {tile.left - f, tile.top - f, tile.right + f, tile.bottom + f},
-                     frame);
+                Fill(dc, {tile.left - f, tile.top - f, tile.right + f, tile.bottom + f}, frame);
             }
             const Thumbnail* picture = thumbnails_.Of(d);
             if (picture != nullptr && picture->valid != 0) {
-                ::StretchDIBits(dc.get(), tile.left, tile.top, tile.Width(), tile.Height(), 0, 0,
+                ::StretchDIBits(dc, tile.left, tile.top, tile.Width(), tile.Height(), 0, 0,
                                 kThumbnailWidth, kThumbnailHeight, picture->pixels, &info,
                                 DIB_RGB_COLORS, SRCCOPY);
             } else {
-                Fill(dc.get(), tile, kEmpty);
+                Fill(dc, tile, kEmpty);
             }
             const Rect& l = layout_.labels[d - 1];
             RECT label{l.left, l.top, l.right, l.bottom};
             const Text text = PreviewLabel(d, names_[d - 1], d == shown_);
-            ::DrawTextW(dc.get(), W(text), -1, &label,
+            ::DrawTextW(dc, W(text), -1, &label,
                         DT_CENTER | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
             std::vector<Text> titles;
             for (const FoundWindow& w : windows_[d - 1])
                 titles.push_back(w.title);
             const auto rows = PreviewTitleRows(titles);
-            const Selection small(dc.get(), titleFont_.get());
-            ::SetTextColor(dc.get(), kDim);
+            const Selection small(dc, titleFont_.get());
+            ::SetTextColor(dc, kDim);
             for (std::size_t r = 0; r < rows.size(); ++r) {
                 const Rect& t = layout_.titles[d - 1][r];
                 RECT row{t.left, t.top, t.right, t.bottom};
-                ::DrawTextW(dc.get(), W(rows[r]), -1, &row,
+                ::DrawTextW(dc, W(rows[r]), -1, &row,
                             DT_LEFT | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
             }
-            ::SetTextColor(dc.get(), kText);
+            ::SetTextColor(dc, kText);
         }
-        ::BitBlt(screen, 0, 0, client.right, client.bottom, dc.get(), 0, 0, SRCCOPY);
     }
-    ::EndPaint(Window(), &ps);
 }
 
 }  // namespace zk::companion

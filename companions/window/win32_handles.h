@@ -41,4 +41,41 @@ class Selection {
     HGDIOBJ previous_;
 };
 
+// A window's paint drawn into a bitmap first and put on the screen in one go when it ends: no
+// flicker. Draw on Dc(), which covers Client().
+class BufferedPaint {
+  public:
+    explicit BufferedPaint(HWND window)
+        : window_(window),
+          screen_(::BeginPaint(window, &ps_)),
+          client_(ClientOf(window)),
+          dc_(::CreateCompatibleDC(screen_)),
+          bitmap_(::CreateCompatibleBitmap(screen_, client_.right, client_.bottom)),
+          canvas_(dc_.get(), bitmap_.get()) {}
+    ~BufferedPaint() {
+        ::BitBlt(screen_, 0, 0, client_.right, client_.bottom, dc_.get(), 0, 0, SRCCOPY);
+        ::EndPaint(window_, &ps_);
+    }
+    BufferedPaint(const BufferedPaint&) = delete;
+    BufferedPaint& operator=(const BufferedPaint&) = delete;
+
+    [[nodiscard]] HDC Dc() const { return dc_.get(); }
+    [[nodiscard]] const RECT& Client() const { return client_; }
+
+  private:
+    static RECT ClientOf(HWND window) {
+        RECT client{};
+        ::GetClientRect(window, &client);
+        return client;
+    }
+
+    HWND window_;
+    PAINTSTRUCT ps_{};
+    HDC screen_;
+    RECT client_;
+    UniqueMemoryDc dc_;
+    UniqueBitmap bitmap_;
+    Selection canvas_;
+};
+
 }  // namespace zk::companion
