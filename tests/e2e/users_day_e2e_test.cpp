@@ -62,8 +62,11 @@ TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndEveryHotKeyWorksOnE
 TEST_F(UsersDay, AnEndingSessionShowsDesktop1AndACancelledOneLeavesZelkovaRunning) {
     ASSERT_TRUE(Start());
     ASSERT_TRUE(Arrive(3));
-    for (const int desk : {3, 2, 4, 1})
-        EXPECT_TRUE(support::SessionMayEndOn(kDesks[desk - 1])) << kDesks[desk - 1];
+    for (const int desk : {3, 2, 4, 1}) {
+        std::string refusals;
+        EXPECT_TRUE(support::SessionMayEndOn(kDesks[desk - 1], refusals))
+            << "desktop " << desk << ": " << refusals;
+    }
     EXPECT_TRUE(Shown(1));
     EXPECT_EQ(CompanionCount(), 9u);
     EXPECT_TRUE(Arrive(2)) << "the controller knows that desktop 1 is shown";

@@ -15,7 +15,8 @@
 //                                   WM_MOUSEMOVE, the pointer where the area says the icon
 //                                   is), then turns the mouse wheel by delta;
 //   ZK_QUERY_END_SESSION=1          asks every window of its desktop, as the system does at a
-//                                   log-off, whether the session may end (WM_QUERYENDSESSION);
+//                                   log-off, whether the session may end (WM_QUERYENDSESSION),
+//                                   and prints each window that says no or does not answer;
 //   ZK_WINDOW="title"               shows a window with that title, minimised, and waits up to
 //                                   ZK_FOREGROUND_WAIT_MS for it to be restored in front.
 // Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type
@@ -25,6 +26,7 @@
 
 #include <shellapi.h>
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -119,6 +121,9 @@ BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
     const bool asked = ::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF,
                                              SMTO_NORMAL, 5000, &answer) != 0;
     if (asked ? answer == 0 : ::IsWindow(window) != FALSE) {
+        wchar_t name[64] = {};
+        ::GetClassNameW(window, name, 64);
+        std::printf("%ls %s\n", name, asked ? "said no" : "did not answer");
         *reinterpret_cast<bool*>(lParam) = false;
     }
     return TRUE;

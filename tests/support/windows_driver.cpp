@@ -71,12 +71,13 @@ bool WheelOverIconOn(const wchar_t* desktop, const wchar_t* trayClass, UINT tray
     return (turned.exitCode & 32) != 0;
 }
 
-bool SessionMayEndOn(const wchar_t* desktop) {
+bool SessionMayEndOn(const wchar_t* desktop, std::string& refusals) {
     ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", L"1");
     const Text recorder = RecorderPath();
     const RunResult asked =
         RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
     ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", nullptr);
+    refusals = asked.output;
     return (asked.exitCode & 8) != 0;
 }
 

@@ -39,8 +39,8 @@ bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD hold
 // area does, and turns the mouse wheel by `delta` there; true when the system took the turn.
 bool WheelOverIconOn(const wchar_t* desktop, const wchar_t* trayClass, UINT trayMessage, int delta);
 // Asks every window of the desktop whether the session may end, as the system does at a log-off;
-// true when each said yes.
-bool SessionMayEndOn(const wchar_t* desktop);
+// true when each said yes; `refusals` names those that did not.
+bool SessionMayEndOn(const wchar_t* desktop, std::string& refusals);
 
 struct RunResult {
     DWORD exitCode = STILL_ACTIVE;
