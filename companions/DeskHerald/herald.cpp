@@ -75,7 +75,10 @@ bool Herald::Woken(const Wake& wake) {
             shell_.TrayChanged();
             break;
         case kWatchPilot:  // a key typed while the switcher starts again is not lost
-            if (wake.value == 1) standIn_.SwitcherEnded(shell_.HotKeyWindow());
+            if (wake.value == 1) {
+                standIn_.SwitcherEnded(shell_.HotKeyWindow());
+                RecordShownDesktop();
+            }
             pilot_->Woken(wake);
             if (wake.value == 0) standIn_.SwitcherBack();
             break;
@@ -88,6 +91,16 @@ bool Herald::Woken(const Wake& wake) {
         shell_.TrayChanged();
     }
     return true;
+}
+
+// A switcher that ended between showing a desktop and sending its command left the records behind
+// the screen: the desktop shown goes to the controller as a command, which keeps its record and
+// "previous" as the switcher would have. Default says nothing where the system does not switch.
+void Herald::RecordShownDesktop() {
+    const int shown = ownDesktop_.MadeDesktopShown();
+    if (shown != 0 && shown != state_.Current()) {
+        (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(shown)));
+    }
 }
 
 // The banner greets the arrival at this desktop, and is not shown once the user has moved on:

@@ -67,6 +67,7 @@ class Herald {
   private:
     void NoteMissingPrograms();
     [[nodiscard]] bool StillShown();
+    void RecordShownDesktop();
     void StartProgram(Program program);
 
     Os& os_;

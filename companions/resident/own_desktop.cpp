@@ -14,12 +14,16 @@ Text OwnDesktop::InputName() {
 }
 
 bool OwnDesktop::AnotherShown() {
+    const int shown = MadeDesktopShown();
+    return shown != 0 && name_ != kDesktopNames[shown - 1];
+}
+
+int OwnDesktop::MadeDesktopShown() {
     const Text input = InputName();
-    if (input == name_) return false;
     for (int desk = 2; desk <= kDesktopCount; ++desk) {
-        if (input == kDesktopNames[desk - 1]) return true;
+        if (input == kDesktopNames[desk - 1]) return desk;
     }
-    return false;
+    return 0;
 }
 
 }  // namespace zk::companion

@@ -16,6 +16,8 @@ class OwnDesktop {
     // Whether the system shows another of Zelkova2's made desktops. Where it does not switch
     // desktops (Wine 8) the input desktop stays "Default", which then says nothing.
     [[nodiscard]] bool AnotherShown();
+    // Which of Zelkova2's made desktops (2 to 4) the system shows; 0 for Default or none.
+    [[nodiscard]] int MadeDesktopShown();
     // The name of the input desktop now; empty when the system does not say.
     [[nodiscard]] Text InputName();
 

@@ -255,6 +255,26 @@ TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShow
     EXPECT_TRUE(s_.os.journal().Find("CreateProcessW", "ZelkovaError.exe ]")) << "the reporter";
 }
 
+// A switcher that ended between showing a desktop and sending its command: the herald that
+// starts it again tells the controller which desktop is shown.
+TEST_F(HeraldTest, ASwitcherThatEndsBeforeItsCommandLeavesNoRecordBehind) {
+    Make(2);
+    SharedState state(s_.os, s_.controller);
+    const std::uint32_t pilot = s_.os.AddOtherProcess(u"DeskPilot.exe", s_.controller);
+    state.Block().companions[PilotSlot(2)] = pilot;
+    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".1");
+    EXPECT_FALSE(Pump());
+    state.RecordSwitch(2);
+    s_.os.ShowDesktopInOtherProcess(u"desk4");
+    s_.os.EndProcess(pilot);
+    EXPECT_FALSE(Pump());
+    EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"SwitchToDesktop4"});
+    s_.os.EndProcess(s_.os.StartedProcesses().back().processId);
+    state.RecordSwitch(4);
+    EXPECT_FALSE(Pump());
+    EXPECT_TRUE(s_.Taken(kSignals).empty()) << "the record is the screen's";
+}
+
 Herald* g_herald = nullptr;
 Lresult ZK_CALLBACK TrayProcedure(Hwnd, std::uint32_t message, Wparam wParam, Lparam) {
     if (g_herald != nullptr && message == WmHotKey) g_herald->HotKey(static_cast<int>(wParam));
@@ -279,6 +299,7 @@ TEST_P(StandInTest, TheHeraldHoldsTheHotKeysWhileItsSwitcherStartsAgain) {
     shell_.window =
         s_.os.CreateWindowExW(0, u"Tray", u"tray", 0, nullptr, s_.os.GetModuleHandleW());
     SharedState state(s_.os, s_.controller);
+    state.RecordSwitch(3);  // shown, as the record says
     const auto announce = [&](std::uint32_t pilot) {
         state.Block().companions[PilotSlot(3)] = pilot;
         s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".2");
