@@ -115,8 +115,11 @@ bool TurnWheelOverIcon(const std::wstring& wheel) {
     return ::SendInput(1, &turn, sizeof turn) == 1;
 }
 
-// A window that is gone by the time it is asked (a program ending meanwhile) has no say.
+// A window that is gone by the time it is asked (a program ending meanwhile) has no say, nor has
+// a message-only window, which Wine lists among a desktop's windows: Windows neither lists it
+// nor sends it broadcast messages ("Message-Only Windows").
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
+    if (::GetAncestor(window, GA_PARENT) != ::GetDesktopWindow()) return TRUE;
     DWORD_PTR answer = 0;
     const bool asked = ::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF,
                                              SMTO_NORMAL, 5000, &answer) != 0;
