@@ -1,11 +1,11 @@
 #include "DeskHerald/herald.h"
 
 #include "DeskHerald/startup_programs.h"
-#include "DeskPilot/companion_hotkeys.h"
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
 #include "platform/module_path.h"
+#include "shared/companion_hotkeys.h"
 #include "shared/companion_settings.h"
 #include "shared/hotkeys_in_force.h"
 #include "signals/protocol.h"

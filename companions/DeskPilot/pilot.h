@@ -12,7 +12,6 @@
 #include <memory>
 #include <optional>
 
-#include "DeskPilot/companion_hotkeys.h"
 #include "hotkeys/hotkeys.h"
 #include "resident/controller_link.h"
 #include "resident/controller_process.h"
@@ -22,6 +21,7 @@
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
+#include "shared/companion_hotkeys.h"
 #include "shared/signals.h"
 #include "shared/window_finder.h"
 #include "signals/shared_state.h"

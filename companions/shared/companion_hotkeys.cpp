@@ -1,4 +1,4 @@
-#include "DeskPilot/companion_hotkeys.h"
+#include "shared/companion_hotkeys.h"
 
 #include "desktop/desktops.h"
 #include "hotkeys/hotkeys.h"
