@@ -37,12 +37,14 @@ bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
     const bool tooLate = since > (last.hotKeyRepeats == 0 ? delay_ : interval_) + kWay;
     const bool tooSoon =
         last.hotKeyRepeats == 0 && since > interval_ + kJitter && since + kWay < delay_;
-    // A new press of the one key that can have sent it: the keyboard is not asked, which costs a
-    // trip to the system on the way of a switch; a key typed once is still down when its hotkey
-    // arrives.
-    if (keys.size() == 1 && (tooLate || tooSoon)) {
+    // A new press: the keyboard is not asked which key it was, which costs a trip to the system on
+    // the way of a switch (under Wine 10 as long as the switch itself); the keys that may have
+    // sent it are kept instead, and the arrival after it asks. Afterwards it could not: a desktop
+    // no longer shown sees no key state.
+    if (keys.size() <= std::size(last.hotKeyKeys) && (tooLate || tooSoon)) {
         last.hotKeyTick = now;
-        last.hotKeyKey = keys[0];
+        last.hotKeyKeys[0] = keys.empty() ? std::int16_t{0} : keys[0];
+        last.hotKeyKeys[1] = keys.size() > 1 ? keys[1] : std::int16_t{0};
         last.hotKeyRepeats = 0;
         return false;
     }
@@ -53,14 +55,18 @@ bool KeyRepeat::IsRepeat(std::span<const std::int16_t> keys) {
             break;
         }
     }
+    const auto wasLast = [&](std::int16_t key) {
+        return key != 0 && (key == last.hotKeyKeys[0] || key == last.hotKeyKeys[1]);
+    };
     // The last repeat of a held key can arrive just after the key went up.
-    if (held == 0 && last.hotKeyRepeats > 0 &&
-        std::find(keys.begin(), keys.end(), last.hotKeyKey) != keys.end()) {
-        held = last.hotKeyKey;
+    if (held == 0 && last.hotKeyRepeats > 0) {
+        const auto it = std::find_if(keys.begin(), keys.end(), wasLast);
+        if (it != keys.end()) held = *it;
     }
-    const bool repeat = held != 0 && held == last.hotKeyKey && !tooLate && !tooSoon;
+    const bool repeat = wasLast(held) && !tooLate && !tooSoon;
     last.hotKeyTick = now;
-    last.hotKeyKey = held;
+    last.hotKeyKeys[0] = held;
+    last.hotKeyKeys[1] = 0;
     last.hotKeyRepeats = repeat ? static_cast<std::int16_t>(last.hotKeyRepeats + 1) : 0;
     return repeat;
 }

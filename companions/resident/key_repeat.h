@@ -19,8 +19,8 @@ class KeyRepeat {
   public:
     KeyRepeat(HotKeyApi& keyboard, KernelApi& clock, SharedState& state);
 
-    // Records an arrival of a hotkey whose key is one of `keys` (the held one counts); whether
-    // it is a repeat of the last one.
+    // Records an arrival of a hotkey whose key is one of `keys` (at most two; the held one
+    // counts); whether it is a repeat of the last one.
     [[nodiscard]] bool IsRepeat(std::span<const std::int16_t> keys);
 
   private:

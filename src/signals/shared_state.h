@@ -37,10 +37,11 @@ struct SharedBlock {
     std::int16_t previous;  // 0 while there has been no switch
     std::uint32_t companions[kCompanionSlots];
     std::uint32_t missing;  // kPilotMissing | kHeraldMissing | kMissingLogged
-    // The last hotkey that reached a switcher: when, its key, and how often it has repeated
-    // since it was pressed (a key held down repeats).
+    // The last hotkey that reached a switcher: when, its key (or the keys that may have sent it,
+    // where the keyboard was not asked), and how often it has repeated since it was pressed (a
+    // key held down repeats).
     std::uint64_t hotKeyTick;
-    std::int16_t hotKeyKey;
+    std::int16_t hotKeyKeys[2];
     std::int16_t hotKeyRepeats;
     // The pairs the controller holds, by id from 1, as it last loaded or reloaded them; set once
     // hotKeysPublished is 1.

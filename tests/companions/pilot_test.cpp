@@ -263,7 +263,10 @@ TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
     };
     const std::vector<std::string> once = {"SwitchToDesktop1"};
     s_.os.HoldHotKey(kCtrlAlt, 0x08);
+    const int asked = s_.os.journal().Count("GetAsyncKeyState");
     EXPECT_EQ(arrives(false), once);
+    EXPECT_EQ(s_.os.journal().Count("GetAsyncKeyState"), asked)
+        << "a new press switches without asking the keyboard which key it was";
     s_.os.RepeatHeldKey(500);
     EXPECT_TRUE(arrives(true).empty());
     s_.os.RepeatHeldKey(33);
