@@ -12,11 +12,12 @@ constexpr wchar_t kChainEvent[] = L"Local\\ZkFloorChain";
 constexpr wchar_t kHopEvent[] = L"Local\\ZkFloorHop";
 constexpr wchar_t kBridgeEvent[] = L"Local\\ZkFloorBridge";
 constexpr const wchar_t* kProperties[] = {L"ZkFloorOne", L"ZkFloorTwo", L"ZkFloorThree"};
-enum HotKeyId { kSingle = 1, kChain, kChainAndBridge };
+enum HotKeyId { kSingle = 1, kChain, kChainAndBridge, kSwitcherSignal };
 
 HDESK g_desk2 = nullptr;
 HANDLE g_chain = nullptr;
 HANDLE g_hop = nullptr;
+HANDLE g_switcherSignal = nullptr;
 volatile ULONG_PTR g_read = 0;
 
 // What the controller's message routing reads before a message reaches its handler.
@@ -31,6 +32,7 @@ LRESULT CALLBACK BareProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
         if (wParam == kSingle) ::SwitchDesktop(g_desk2);
         if (wParam == kChain) ::SetEvent(g_chain);
         if (wParam == kChainAndBridge) ::SetEvent(g_hop);
+        if (wParam == kSwitcherSignal) ::SetEvent(g_switcherSignal);
         return 0;
     }
     if (message == WM_COPYDATA) {
@@ -62,6 +64,9 @@ int Bare(bool floors) {
         ::RegisterHotKey(window, kSingle, MOD_CONTROL | MOD_ALT, kSingleKey);
         ::RegisterHotKey(window, kChain, MOD_CONTROL | MOD_ALT, kChainKey);
         ::RegisterHotKey(window, kChainAndBridge, MOD_CONTROL | MOD_ALT, kChainAndBridgeKey);
+        g_switcherSignal =
+            ::OpenEventA(EVENT_MODIFY_STATE, FALSE, (kPrefix + "Switcher1SwitchTo2").c_str());
+        ::RegisterHotKey(window, kSwitcherSignal, MOD_CONTROL | MOD_ALT, kSwitcherSignalKey);
     }
     MSG message;
     while (::GetMessageW(&message, nullptr, 0, 0) > 0)
