@@ -22,7 +22,8 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       state_(os, controller.Id()),
       hotkeys_(os, os, registry_, nullptr, fields_, window, ModNoRepeat),
       companionHotKeys_(os, registry_, window),
-      keyRepeat_(os, os, state_) {
+      keyRepeat_(os, os, state_),
+      guard_(os, ownDesktop_, shower_, state_) {
     const auto n = static_cast<std::int16_t>(desk);
     for (std::int16_t target = 1; target <= kDesktopCount; ++target) {
         if (const Handle e = signals_.Event(SwitcherSignal(KindSwitchTo, n, target))) {
@@ -234,6 +235,8 @@ void Pilot::RequestSwitch(int target) {
     } else {
         (void)signals_.Raise(command);
     }
+    if (target != desk_ && guard_.Watch(target))
+        (void)os_.SetTimer(window_, kGuardSwitch, SwitchGuard::kLookEvery);
 }
 
 // The picture is taken before the preview opens, and none while it is open: the preview never
@@ -248,6 +251,7 @@ void Pilot::SessionEnding() {
 }
 
 void Pilot::TimerFired(std::uintptr_t id) {
+    if (id == kGuardSwitch && !guard_.Look()) (void)os_.KillTimer(window_, kGuardSwitch);
     if (id == kCaptureSoon) (void)os_.KillTimer(window_, kCaptureSoon);
     if (id != kCaptureSoon && id != kCaptureAgain) return;
     if (ownDesktop_.Shown()) {

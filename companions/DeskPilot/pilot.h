@@ -18,6 +18,7 @@
 #include "resident/desktop_shower.h"
 #include "resident/key_repeat.h"
 #include "resident/own_desktop.h"
+#include "resident/switch_guard.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
@@ -57,7 +58,7 @@ class Pilot {
         kFinder,
         kBringForward
     };
-    enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2 };
+    enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2, kGuardSwitch = 3 };
     // The first picture waits until the herald's banner (shown for a second) has gone.
     static constexpr std::uint32_t kMoment = 1500;
     static constexpr std::uint32_t kHalfMinute = 30000;
@@ -106,6 +107,7 @@ class Pilot {
     HotKeys hotkeys_;
     CompanionHotKeys companionHotKeys_;
     KeyRepeat keyRepeat_;
+    SwitchGuard guard_;
     std::optional<Watchdog> herald_;
     // On the controller's own desktop a switch goes straight to its window: one process less on
     // the way than through the bridge.

@@ -146,6 +146,34 @@ TEST_P(PilotTest, AHotKeyOrASignalShowsItsDesktopAtOnceThenAsksTheController) {
         << "left to the controller";
 }
 
+// Under Wine 10 the input follows the X focus, and a notice about the desktop just left can take
+// the user back there after the switch; Windows moves the input only on SwitchDesktop. The
+// switcher shows the target again for a moment after its switch, unless the user has moved on.
+TEST_P(PilotTest, AnInputTakenBackToTheDesktopJustLeftGoesToTheTargetAgain) {
+    s_.os.CreateDesktopInOtherProcess(u"desk3");
+    Start(2);
+    const auto takenBack = [&](const std::function<void()>& meanwhile) {
+        s_.os.AdvanceTime(1000);
+        s_.os.ShowDesktopInOtherProcess(u"desk2");
+        s_.Raise("Switcher2SwitchTo3");
+        Pump();
+        SharedState(s_.os, s_.controller).RecordSwitch(3);  // as the bridge does
+        s_.os.ShowDesktopInOtherProcess(u"desk2");          // the late notice
+        meanwhile();
+        s_.os.AdvanceTime(SwitchGuard::kLookEvery);
+        Pump();
+        return s_.os.InputDesktopName();
+    };
+    EXPECT_EQ(takenBack([] {}), u"desk3");
+    EXPECT_EQ(takenBack([&] { SharedState(s_.os, s_.controller).RecordSwitch(2); }), u"desk2")
+        << "a switch back, recorded";
+    EXPECT_EQ(takenBack([&] { SharedState(s_.os, s_.controller).Block().hotKeyTick += 1; }),
+              u"desk2")
+        << "a key on its way";
+    EXPECT_EQ(takenBack([&] { s_.os.AdvanceTime(SwitchGuard::kWatchFor); }), u"desk2")
+        << "too long after the switch";
+}
+
 // The companions' hotkeys: the next desktop and the one before wrap around, and the finder opens
 // on the desktop shown. Where hotkeys belong to the session, one switcher holds these for all
 // desktops: it asks the shown desktop's switcher to open the finder.

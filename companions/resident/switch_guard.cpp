@@ -1,0 +1,34 @@
+#include "resident/switch_guard.h"
+
+#include "desktop/desktops.h"
+
+namespace zk::companion {
+
+SwitchGuard::SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower,
+                         SharedState& state)
+    : clock_(clock), own_(own), shower_(shower), state_(state) {}
+
+bool SwitchGuard::Watch(int target) {
+    target_ = 0;
+    if (!IsDesktopNumber(target) || own_.InputName() != kDesktopNames[target - 1]) return false;
+    target_ = target;
+    since_ = clock_.GetTickCount64();
+    keyTick_ = state_.Block().hotKeyTick;
+    return true;
+}
+
+bool SwitchGuard::Look() {
+    if (target_ == 0) return false;
+    // The user, or a program, has moved on: a key arrived, or the record says another desktop.
+    const bool movedOn = state_.Block().hotKeyTick != keyTick_ || state_.Current() != target_;
+    if (movedOn || clock_.GetTickCount64() - since_ > kWatchFor) {
+        target_ = 0;
+        return false;
+    }
+    if (!own_.Shown()) return true;
+    (void)shower_.Show(target_);
+    target_ = 0;
+    return false;
+}
+
+}  // namespace zk::companion

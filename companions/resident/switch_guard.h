@@ -1,0 +1,40 @@
+#pragma once
+// Under Wine 10 the input desktop follows the X focus, and a focus notice about the desktop just
+// left can come after the switch (late, on a busy machine) and take the user back there. Windows
+// moves the input desktop only on SwitchDesktop. A switcher whose switch took effect therefore
+// watches for a moment: when the input comes back to its desktop while the record still says the
+// target and no key has arrived since, it shows the target again.
+
+#include <cstdint>
+
+#include "resident/desktop_shower.h"
+#include "resident/own_desktop.h"
+#include "signals/shared_state.h"
+
+namespace zk::companion {
+
+class SwitchGuard {
+  public:
+    // How often, and how long after the switch, it looks.
+    static constexpr std::uint32_t kLookEvery = 50;
+    static constexpr std::uint64_t kWatchFor = 300;
+
+    SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower, SharedState& state);
+
+    // After this desktop's switcher showed `target`: whether to watch, which it does only where
+    // the switch took effect (where the system does not switch desktops, nothing comes back).
+    [[nodiscard]] bool Watch(int target);
+    // Looks once; whether to go on watching.
+    [[nodiscard]] bool Look();
+
+  private:
+    KernelApi& clock_;
+    OwnDesktop& own_;
+    DesktopShower& shower_;
+    SharedState& state_;
+    int target_ = 0;
+    std::uint64_t since_ = 0;
+    std::uint64_t keyTick_ = 0;
+};
+
+}  // namespace zk::companion
