@@ -32,6 +32,7 @@ class SwitchGuard {
     OwnDesktop& own_;
     DesktopShower& shower_;
     SharedState& state_;
+    bool switches_ = false;  // a switch has been seen to take effect
     int target_ = 0;
     std::uint64_t since_ = 0;
     std::uint64_t keyTick_ = 0;
