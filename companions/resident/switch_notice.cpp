@@ -4,12 +4,14 @@
 
 namespace zk::companion {
 
-void NoteSwitch(Signals& signals, SharedState& state, int desk) {
+void NoteSwitch(Signals& signals, SharedState& state, WaitSet& set, int desk) {
     if (desk == state.Current()) return;
     state.RecordSwitch(desk);
-    const auto shown = static_cast<std::int16_t>(desk);
-    (void)signals.Raise(SwitcherSignal(KindUpdate, shown, shown));
-    (void)signals.RaiseOwn(ShownEventName(desk));
+    set.Later(kTellShownAfter, [&signals, desk] {
+        const auto shown = static_cast<std::int16_t>(desk);
+        (void)signals.Raise(SwitcherSignal(KindUpdate, shown, shown));
+        (void)signals.RaiseOwn(ShownEventName(desk));
+    });
 }
 
 }  // namespace zk::companion

@@ -1,6 +1,7 @@
 #include "resident/wait_loop.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zk::companion {
 
@@ -25,11 +26,31 @@ void WaitSet::Remove(Wake wake) {
     wakes_.erase(it);
 }
 
-void RunWaitLoop(MessageApi& os, const WaitSet& set, const std::function<bool(Wake)>& woken) {
+void WaitSet::Later(std::uint32_t milliseconds, std::function<void()> action) {
+    later_ = std::move(action);
+    laterAfter_ = milliseconds;
+}
+
+std::uint32_t WaitSet::Timeout() const {
+    return later_ ? laterAfter_ : Infinite;
+}
+
+void WaitSet::RunLater() {
+    const std::function<void()> action = std::move(later_);
+    later_ = nullptr;
+    if (action) action();
+}
+
+void RunWaitLoop(MessageApi& os, WaitSet& set, const std::function<bool(Wake)>& woken) {
     for (;;) {
         const auto& handles = set.Handles();
         const auto count = static_cast<std::uint32_t>(handles.size());
-        const std::uint32_t result = os.MsgWaitForMultipleObjects(handles, Infinite, QsAllInput);
+        const std::uint32_t result =
+            os.MsgWaitForMultipleObjects(handles, set.Timeout(), QsAllInput);
+        if (result == WaitTimeout) {
+            set.RunLater();
+            continue;
+        }
         if (result == WaitObject0 + count) {
             Msg message;
             while (os.PeekMessageW(message)) {

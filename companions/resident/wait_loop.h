@@ -26,15 +26,23 @@ class WaitSet {
     void Remove(Wake wake);
     [[nodiscard]] const std::vector<Handle>& Handles() const { return handles_; }
     [[nodiscard]] Wake At(std::size_t position) const { return wakes_[position]; }
+    // Runs `action` once the wait has been idle for `milliseconds` (a wake meanwhile starts the
+    // moment again); it takes the place of one still waiting.
+    void Later(std::uint32_t milliseconds, std::function<void()> action);
+    // How long the next wait may last; then the action that was waiting.
+    [[nodiscard]] std::uint32_t Timeout() const;
+    void RunLater();
 
   private:
     std::vector<Handle> handles_;
     std::vector<Wake> wakes_;
+    std::function<void()> later_;
+    std::uint32_t laterAfter_ = 0;
 };
 
 // Waits until a handle is signalled and calls `woken` with what it stands for; dispatches the
-// thread's messages meanwhile. Ends when `woken` returns false, on WM_QUIT, or when the wait
-// fails. The set may change inside `woken`.
-void RunWaitLoop(MessageApi& os, const WaitSet& set, const std::function<bool(Wake)>& woken);
+// thread's messages meanwhile, and runs what waits for a quiet moment. Ends when `woken` returns
+// false, on WM_QUIT, or when the wait fails. The set may change inside `woken`.
+void RunWaitLoop(MessageApi& os, WaitSet& set, const std::function<bool(Wake)>& woken);
 
 }  // namespace zk::companion
