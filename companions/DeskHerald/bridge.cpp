@@ -42,7 +42,7 @@ bool Bridge::Command(std::int16_t index) {
         (void)signals_.RaiseOwn(ReloadedEventName());
         return true;
     }
-    NoteSwitch(signals_, state_, set_, index - kFirstSwitchCommand + 1);
+    NoteSwitch(signals_, state_, set_, os_, index - kFirstSwitchCommand + 1);
     return true;
 }
 

@@ -231,8 +231,8 @@ void Pilot::RequestSwitch(int target) {
     (void)shower_.Show(target);
     const auto command = SwitchCommand(static_cast<std::int16_t>(target));
     if (direct_ && direct_->Send(command)) {
-        NoteSwitch(signals_, state_, set_,
-                   target);  // what the bridge does after the commands it sends
+        // What the bridge does after the commands it sends.
+        NoteSwitch(signals_, state_, set_, os_, target);
     } else {
         (void)signals_.Raise(command);
     }

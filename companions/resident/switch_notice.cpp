@@ -4,10 +4,10 @@
 
 namespace zk::companion {
 
-void NoteSwitch(Signals& signals, SharedState& state, WaitSet& set, int desk) {
+void NoteSwitch(Signals& signals, SharedState& state, WaitSet& set, KernelApi& clock, int desk) {
     if (desk == state.Current()) return;
     state.RecordSwitch(desk);
-    set.Later(kTellShownAfter, [&signals, desk] {
+    set.Later(clock, kTellShownAfter, [&signals, desk] {
         const auto shown = static_cast<std::int16_t>(desk);
         (void)signals.Raise(SwitcherSignal(KindUpdate, shown, shown));
         (void)signals.RaiseOwn(ShownEventName(desk));

@@ -26,19 +26,23 @@ void WaitSet::Remove(Wake wake) {
     wakes_.erase(it);
 }
 
-void WaitSet::Later(std::uint32_t milliseconds, std::function<void()> action) {
+void WaitSet::Later(KernelApi& clock, std::uint32_t milliseconds, std::function<void()> action) {
+    clock_ = &clock;
     later_ = std::move(action);
-    laterAfter_ = milliseconds;
+    laterAt_ = clock.GetTickCount64() + milliseconds;
 }
 
 std::uint32_t WaitSet::Timeout() const {
-    return later_ ? laterAfter_ : Infinite;
+    if (!later_) return Infinite;
+    const std::uint64_t now = clock_->GetTickCount64();
+    return now >= laterAt_ ? 0 : static_cast<std::uint32_t>(laterAt_ - now);
 }
 
 void WaitSet::RunLater() {
+    if (!later_ || Timeout() > 0) return;
     const std::function<void()> action = std::move(later_);
     later_ = nullptr;
-    if (action) action();
+    action();
 }
 
 void RunWaitLoop(MessageApi& os, WaitSet& set, const std::function<bool(Wake)>& woken) {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "platform/api/kernel_api.h"
 #include "platform/api/message_api.h"
 
 namespace zk::companion {
@@ -26,18 +27,19 @@ class WaitSet {
     void Remove(Wake wake);
     [[nodiscard]] const std::vector<Handle>& Handles() const { return handles_; }
     [[nodiscard]] Wake At(std::size_t position) const { return wakes_[position]; }
-    // Runs `action` once the wait has been idle for `milliseconds` (a wake meanwhile starts the
-    // moment again); it takes the place of one still waiting.
-    void Later(std::uint32_t milliseconds, std::function<void()> action);
-    // How long the next wait may last; then the action that was waiting.
+    // Runs `action` `milliseconds` from now, or at the first quiet moment after; it takes the
+    // place of one still waiting.
+    void Later(KernelApi& clock, std::uint32_t milliseconds, std::function<void()> action);
+    // How long the next wait may last; then the action that was waiting, if it is due.
     [[nodiscard]] std::uint32_t Timeout() const;
     void RunLater();
 
   private:
     std::vector<Handle> handles_;
     std::vector<Wake> wakes_;
+    KernelApi* clock_ = nullptr;
     std::function<void()> later_;
-    std::uint32_t laterAfter_ = 0;
+    std::uint64_t laterAt_ = 0;
 };
 
 // Waits until a handle is signalled and calls `woken` with what it stands for; dispatches the

@@ -60,6 +60,9 @@ TEST_F(BridgeTest, ForwardsEachCommandToItsOwnControllerAndTellsTheDesktopsWhatC
             EXPECT_TRUE(s_.Taken(told).empty()) << "not yet";
         }
         bridge_.Set().RunLater();
+        EXPECT_TRUE(step.indexes[0] == 53 || s_.Taken(told).empty()) << "still not yet";
+        s_.os.AdvanceTime(kTellShownAfter);
+        bridge_.Set().RunLater();
         EXPECT_EQ(s_.Taken(told), step.raised) << step.indexes[0];
     }
     EXPECT_EQ(CompanionSession::Commands(),
