@@ -115,11 +115,20 @@ bool TurnWheelOverIcon(const std::wstring& wheel) {
     return ::SendInput(1, &turn, sizeof turn) == 1;
 }
 
-// A window that is gone by the time it is asked (a program ending meanwhile) has no say, nor has
-// a message-only window, which Wine lists among a desktop's windows: Windows neither lists it
-// nor sends it broadcast messages ("Message-Only Windows").
+// A window that is gone by the time it is asked (a program ending meanwhile) has no say, nor have
+// the message-only windows and their parent, which Wine lists among a desktop's windows: Windows
+// neither lists them nor sends them broadcast messages ("Message-Only Windows").
+struct Asking {
+    HWND messageOnlyParent;
+    bool yes;
+};
+
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
-    if (::GetAncestor(window, GA_PARENT) != ::GetDesktopWindow()) return TRUE;
+    auto& asking = *reinterpret_cast<Asking*>(lParam);
+    if (window == asking.messageOnlyParent ||
+        ::GetAncestor(window, GA_PARENT) != ::GetDesktopWindow()) {
+        return TRUE;
+    }
     DWORD_PTR answer = 0;
     const bool asked = ::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF,
                                              SMTO_NORMAL, 5000, &answer) != 0;
@@ -127,16 +136,19 @@ BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
         wchar_t name[64] = {};
         ::GetClassNameW(window, name, 64);
         std::printf("%ls %s\n", name, asked ? "said no" : "did not answer");
-        *reinterpret_cast<bool*>(lParam) = false;
+        asking.yes = false;
     }
     return TRUE;
 }
 
 bool SessionMayEnd() {
-    bool yes = true;
+    const HWND probe = ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                         nullptr, nullptr);
+    Asking asking{::GetAncestor(probe, GA_PARENT), true};
+    ::DestroyWindow(probe);
     ::EnumDesktopWindows(::GetThreadDesktop(::GetCurrentThreadId()), &AskToEnd,
-                         reinterpret_cast<LPARAM>(&yes));
-    return yes;
+                         reinterpret_cast<LPARAM>(&asking));
+    return asking.yes;
 }
 
 bool CameToTheFront(const std::wstring& title, DWORD within) {
