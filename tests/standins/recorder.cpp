@@ -116,16 +116,13 @@ bool TurnWheelOverIcon(const std::wstring& wheel) {
 }
 
 // A window that is gone by the time it is asked (a program ending meanwhile) has no say, nor have
-// the message-only windows and their parent, which Wine lists among a desktop's windows: Windows
-// neither lists them nor sends them broadcast messages ("Message-Only Windows").
-struct Asking {
-    HWND messageOnlyParent;
-    bool yes;
-};
-
+// the message-only windows and their parent (of class "Message"), which Wine lists among a
+// desktop's windows: Windows neither lists them nor sends them broadcast messages ("Message-Only
+// Windows").
 BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
-    auto& asking = *reinterpret_cast<Asking*>(lParam);
-    if (window == asking.messageOnlyParent ||
+    wchar_t name[64] = {};
+    ::GetClassNameW(window, name, 64);
+    if (std::wstring(name) == L"Message" ||
         ::GetAncestor(window, GA_PARENT) != ::GetDesktopWindow()) {
         return TRUE;
     }
@@ -133,22 +130,17 @@ BOOL CALLBACK AskToEnd(HWND window, LPARAM lParam) {
     const bool asked = ::SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF,
                                              SMTO_NORMAL, 5000, &answer) != 0;
     if (asked ? answer == 0 : ::IsWindow(window) != FALSE) {
-        wchar_t name[64] = {};
-        ::GetClassNameW(window, name, 64);
         std::printf("%ls %s\n", name, asked ? "said no" : "did not answer");
-        asking.yes = false;
+        *reinterpret_cast<bool*>(lParam) = false;
     }
     return TRUE;
 }
 
 bool SessionMayEnd() {
-    const HWND probe = ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                         nullptr, nullptr);
-    Asking asking{::GetAncestor(probe, GA_PARENT), true};
-    ::DestroyWindow(probe);
+    bool yes = true;
     ::EnumDesktopWindows(::GetThreadDesktop(::GetCurrentThreadId()), &AskToEnd,
-                         reinterpret_cast<LPARAM>(&asking));
-    return asking.yes;
+                         reinterpret_cast<LPARAM>(&yes));
+    return yes;
 }
 
 bool CameToTheFront(const std::wstring& title, DWORD within) {
