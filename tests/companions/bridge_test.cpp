@@ -28,8 +28,8 @@ class BridgeTest : public ::testing::Test {
     Bridge bridge_{s_.os, controller_};
 };
 
-// The record changes at once; the desktop's herald and switcher are told once the bridge's wait is
-// quiet, and a desktop shown only in passing is not told.
+// The record changes at once; the desktop's herald and switcher are told a moment later, and a
+// desktop shown only in passing is not told.
 TEST_F(BridgeTest, ForwardsEachCommandToItsOwnControllerAndTellsTheDesktopsWhatChanged) {
     const std::vector<std::string> told = {
         "Switcher2Update2", "Switcher3Update3", "Switcher4Update4", "Switcher1Update1",
