@@ -1,13 +1,20 @@
 #include "DeskHerald/bridge.h"
 
+#include <utility>
+
 #include "desktop/desktops.h"
+#include "shared/shown_desktop.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {
 
 Bridge::Bridge(Os& os, ControllerProcess& controller)
     : os_(os), signals_(os, os), state_(os, controller.Id()), link_(os, os, controller.Id()) {
-    // Commands come first in the wait: the lowest signalled handle is taken first.
+    // The record brought in step comes before the commands sent after it, and the commands come
+    // before the rest: the lowest signalled handle is taken first.
+    if (const Handle e = signals_.OwnEvent(InStepEventName(controller.Id()))) {
+        set_.Add(e, {kInStep, 0});
+    }
     for (std::int16_t index = kFirstSwitchCommand; index <= kShutdownCommand; ++index) {
         if (const Handle event = signals_.Event(index)) set_.Add(event, {kCommand, index});
     }
@@ -22,6 +29,12 @@ void Bridge::Run() {
 
 bool Bridge::Woken(const Wake& wake) {
     switch (wake.kind) {
+        case kInStep:
+            if (const int desk = std::exchange(state_.Block().inStep, std::int16_t{0})) {
+                if (IsDesktopNumber(desk))
+                    (void)link_.Send(SwitchCommand(static_cast<std::int16_t>(desk)));
+            }
+            return true;
         case kCommand:
             return Command(static_cast<std::int16_t>(wake.value));
         case kControllerEnded:

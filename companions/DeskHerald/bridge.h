@@ -1,8 +1,10 @@
 #pragma once
 // DeskHerald 5, the bridge, beside the controller on desktop 1. Window messages do not cross
 // desktops but named events do: it turns each signal of the controller's block into the
-// WM_COPYDATA command of the same name for its own controller. It keeps the desktop shown now
-// and the one before it where every companion can read them, tells a desktop's herald and
+// WM_COPYDATA command of the same name for its own controller. It keeps the controller's record
+// of the desktop shown and the one before it where every companion can read them, brings the
+// controller's record in step with the system when a companion asks it to (ahead of the commands
+// that follow), tells a desktop's herald and
 // switcher when their desktop is shown, and tells the switchers to read their hotkeys again
 // after a reload. It keeps the herald of desktop 1 running, as that one keeps the bridge.
 
@@ -20,7 +22,7 @@ namespace zk::companion {
 
 class Bridge {
   public:
-    enum WakeKind { kCommand = 1, kControllerEnded, kWatch };
+    enum WakeKind { kInStep = 1, kCommand, kControllerEnded, kWatch };
 
     Bridge(Os& os, ControllerProcess& controller);
 

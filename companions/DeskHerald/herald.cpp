@@ -19,7 +19,7 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       registry_(os),
       signals_(os, os),
       state_(os, controller.Id()),
-      ownDesktop_(os),
+      shown_(os, state_),
       settings_(os),
       standIn_(os, registry_, signals_, state_, desk) {
     const auto n = static_cast<std::int16_t>(desk);
@@ -77,7 +77,9 @@ bool Herald::Woken(const Wake& wake) {
         case kWatchPilot:  // a key typed while the switcher starts again is not lost
             if (wake.value == 1) {
                 standIn_.SwitcherEnded(shell_.HotKeyWindow());
-                RecordShownDesktop();
+                // One that ended between showing a desktop and sending its command left the
+                // controller's record behind the screen.
+                (void)shown_.InStep(signals_);
             }
             pilot_->Woken(wake);
             if (wake.value == 0) standIn_.SwitcherBack();
@@ -93,22 +95,10 @@ bool Herald::Woken(const Wake& wake) {
     return true;
 }
 
-// A switcher that ended between showing a desktop and sending its command left the records behind
-// the screen: the desktop shown goes to the controller as a command, which keeps its record and
-// "previous" as the switcher would have. Default says nothing where the system does not switch.
-void Herald::RecordShownDesktop() {
-    const int shown = ownDesktop_.MadeDesktopShown();
-    if (shown != 0 && shown != state_.Current()) {
-        (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(shown)));
-    }
-}
-
 // The banner greets the arrival at this desktop, and is not shown once the user has moved on:
-// under Wine 10 a window shown on a desktop just left takes the input back there. Moved on means
-// that the companions' record names another desktop, or that the system shows another of the
-// made desktops (where it does not switch desktops, as Wine 8, the input desktop stays "Default").
+// under Wine 10 a window shown on a desktop just left takes the input back there.
 bool Herald::StillShown() {
-    return state_.Current() == desk_ && !ownDesktop_.AnotherShown();
+    return shown_.Now() == desk_;
 }
 
 Text Herald::Tooltip() {
@@ -140,6 +130,7 @@ void Herald::ShowInOrder(bool next) {
     const int id =
         HotKeyIdOf(next ? HotKeyAction::ShowNextDesktop : HotKeyAction::ShowPriorDesktop);
     if (const int target = DesktopInOrder(id, desk_)) {
+        shown_.BringInStep(desk_, signals_);  // its tray icon is on the desktop shown
         (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(target)));
     }
 }
@@ -147,6 +138,7 @@ void Herald::ShowInOrder(bool next) {
 void Herald::Command(TrayCommand command) {
     const int value = static_cast<int>(command);
     if (IsDesktopNumber(value)) {
+        shown_.BringInStep(desk_, signals_);
         (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(value)));
         return;
     }

@@ -10,11 +10,11 @@
 #include "DeskHerald/tray_menu.h"
 #include "resident/controller_process.h"
 #include "resident/hotkey_stand_in.h"
-#include "resident/own_desktop.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
 #include "shared/settings_watch.h"
+#include "shared/shown_desktop.h"
 #include "shared/signals.h"
 #include "signals/shared_state.h"
 
@@ -62,12 +62,11 @@ class Herald {
     [[nodiscard]] WaitSet& Set() { return set_; }
 
     // Whether this desktop is the one the system shows now.
-    [[nodiscard]] bool DesktopShown() { return ownDesktop_.Shown(); }
+    [[nodiscard]] bool DesktopShown() { return shown_.Now() == desk_; }
 
   private:
     void NoteMissingPrograms();
     [[nodiscard]] bool StillShown();
-    void RecordShownDesktop();
     void StartProgram(Program program);
 
     Os& os_;
@@ -76,7 +75,7 @@ class Herald {
     Registry registry_;
     Signals signals_;
     SharedState state_;
-    OwnDesktop ownDesktop_;
+    ShownDesktop shown_;
     SettingsWatch settings_;
     HotKeyStandIn standIn_;
     WaitSet set_;

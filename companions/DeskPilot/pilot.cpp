@@ -20,6 +20,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       registry_(os),
       signals_(os, os),
       state_(os, controller.Id()),
+      shown_(os, state_),
       hotkeys_(os, os, registry_, nullptr, fields_, window, ModNoRepeat),
       companionHotKeys_(os, registry_, window),
       keyRepeat_(os, os, state_),
@@ -114,9 +115,11 @@ void Pilot::Run() {
 bool Pilot::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kSwitchTo: {
-            NoteShown();
+            // The controller signals the block of the desktop its record names.
+            shown_.ControllerNames(desk_);
             // The previous desktop's key sends this only for the desktop shown before.
             const bool maybePrevious = wake.value == state_.Previous();
+            (void)InStep();
             const int showKey = HotKeyIdOf(HotKeyAction::ShowDesktop, wake.value);
             if (!(maybePrevious ? RepeatOf({showKey, HotKeyIdOf(HotKeyAction::ShowPreviousDesktop)})
                                 : RepeatOf({showKey}))) {
@@ -124,10 +127,18 @@ bool Pilot::Woken(const Wake& wake) {
             }
             return true;
         }
-        case kPreview:
-            NoteShown();
-            if (!RepeatOf({HotKeyIdOf(HotKeyAction::ShowPreview)})) OpenPreview();
+        case kPreview: {
+            shown_.ControllerNames(desk_);
+            if (RepeatOf({HotKeyIdOf(HotKeyAction::ShowPreview)})) return true;
+            // Where the controller's record was behind, the preview opens where the user is.
+            const int shown = InStep();
+            if (shown == desk_) {
+                OpenPreview();
+            } else {
+                (void)ShowPreview(os_, signals_, state_.Block(), shown);
+            }
             return true;
+        }
         case kReadReg:
             hotkeys_.ReloadHotKeys();
             companionHotKeys_.Reload();
@@ -136,11 +147,11 @@ bool Pilot::Woken(const Wake& wake) {
             shell_.ShowFinder();
             return true;
         case kBringForward:
-            (void)BringForwardIfAsked(os_, state_, desk_);
+            (void)BringForwardIfAsked(os_, state_, desk_, shown_.Now());
             return true;
         case kShown:
-            if (!ownDesktop_.AnotherShown()) shell_.HidePutAway();
-            (void)BringForwardIfAsked(os_, state_, desk_);
+            if (shown_.Now() == desk_) shell_.HidePutAway();
+            (void)BringForwardIfAsked(os_, state_, desk_, shown_.Now());
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
             return true;
@@ -158,7 +169,7 @@ void Pilot::HotKey(int id) {
         CompanionHotKey(id);
         return;
     }
-    NoteShown();
+    BringInStep(desk_);          // the key was typed here
     if (RepeatOf({id})) return;  // MOD_NOREPEAT asks the system for this; Wine does not heed it
     const auto request = HotKeyRequestOf(id, static_cast<std::int16_t>(state_.Previous()));
     if (!request) return;
@@ -174,20 +185,20 @@ void Pilot::HotKey(int id) {
 void Pilot::CompanionHotKey(int id) {
     const bool ownHotKeys = std::any_of(fields_.HotKeyOk.begin(), fields_.HotKeyOk.end(),
                                         [](std::int32_t ok) { return ok != 0; });
-    if (ownHotKeys) NoteShown();
+    if (ownHotKeys) BringInStep(desk_);
     const std::int16_t key = companionHotKeys_.HeldKey(id);
     if (keyRepeat_.IsRepeat({&key, 1})) return;
+    const int shown = InStep();
     if (HotKeySettingOf(id).action == HotKeyAction::FindWindow) {
-        OpenFinderOnShownDesktop();
-    } else if (const int target = DesktopInOrder(id, state_.Current())) {
+        OpenFinderOn(shown);
+    } else if (const int target = DesktopInOrder(id, shown)) {
         RequestSwitch(target);
     }
 }
 
 // The finder opens where the user is; the switcher there takes the keyboard with the right that
 // the key gave this one.
-void Pilot::OpenFinderOnShownDesktop() {
-    const int shown = state_.Current();
+void Pilot::OpenFinderOn(int shown) {
     if (shown == desk_) {
         shell_.ShowFinder();
         return;
@@ -198,7 +209,8 @@ void Pilot::OpenFinderOnShownDesktop() {
 }
 
 void Pilot::ShowFound(const FoundWindow& found) {
-    ShowFoundWindow(os_, signals_, state_, found, [this](int desk) { RequestSwitch(desk); });
+    ShowFoundWindow(os_, signals_, state_, InStep(), found,
+                    [this](int desk) { RequestSwitch(desk); });
 }
 
 // Whether the signal or key that arrived is a held key repeating; `ids` are the hotkeys that may
@@ -211,12 +223,18 @@ bool Pilot::RepeatOf(std::initializer_list<int> ids) {
     return keyRepeat_.IsRepeat(keys);
 }
 
-// A key typed here, or a signal of this desktop's block, says that this desktop is the one shown,
-// however it came to be: a program may send switch commands straight to the controller, past
-// the bridge that records them. Only the record follows: the key or signal is about to take the
-// user elsewhere, and a banner shown here now would, under Wine 10, take the input back.
-void Pilot::NoteShown() {
-    state_.RecordSwitch(desk_);
+int Pilot::InStep() {
+    return shown_.InStep(signals_, [this](int desk) { return SendNow(desk); });
+}
+
+void Pilot::BringInStep(int desk) {
+    shown_.BringInStep(desk, signals_, [this](int d) { return SendNow(d); });
+}
+
+// On the controller's own desktop a command goes straight to its window, in order with the ones
+// sent after it; elsewhere the bridge takes it.
+bool Pilot::SendNow(int desk) {
+    return direct_ && direct_->Send(SwitchCommand(static_cast<std::int16_t>(desk)));
 }
 
 // The preview and the finder go first, out of sight, and the user sees the target before the

@@ -23,6 +23,7 @@
 #include "resident/watchdog.h"
 #include "settings/registry.h"
 #include "shared/companion_hotkeys.h"
+#include "shared/shown_desktop.h"
 #include "shared/signals.h"
 #include "shared/window_finder.h"
 #include "signals/shared_state.h"
@@ -85,9 +86,13 @@ class Pilot {
     [[nodiscard]] WaitSet& Set() { return set_; }
 
   private:
-    void NoteShown();
+    // The desktop shown, with the controller's record brought in step with it first; where this
+    // desktop is known to be shown (a key typed here), that one.
+    int InStep();
+    void BringInStep(int desk);
+    [[nodiscard]] bool SendNow(int desk);
     void CompanionHotKey(int id);
-    void OpenFinderOnShownDesktop();
+    void OpenFinderOn(int shown);
     bool RepeatOf(std::initializer_list<int> ids);
     void NoteMissingHerald();
     void ReportRefusedHotKeys();
@@ -102,6 +107,7 @@ class Pilot {
     Registry registry_;
     Signals signals_;
     SharedState state_;
+    ShownDesktop shown_;
     WaitSet set_;
     HotKeyFields fields_;
     HotKeys hotkeys_;

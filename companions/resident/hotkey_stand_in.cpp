@@ -25,6 +25,7 @@ HotKeyStandIn::HotKeyStandIn(Os& os, Registry& registry, Signals& signals, Share
       registry_(registry),
       signals_(signals),
       state_(state),
+      shown_(os, state),
       desk_(desk),
       keyRepeat_(os, os, state),
       shower_(os) {}
@@ -68,7 +69,7 @@ void HotKeyStandIn::LetGo() {
 // go counts too.
 void HotKeyStandIn::HotKey(int id) {
     if (!IsHotKeyId(id) || fields_.HotKeyCode[id] == 0) return;
-    state_.RecordSwitch(desk_);  // the key was typed here: this desktop is shown
+    shown_.BringInStep(desk_, signals_);  // the key was typed here: this desktop is shown
     const std::int16_t key = fields_.HotKeyCode[id];
     if (keyRepeat_.IsRepeat({&key, 1})) return;
     const auto request = HotKeyRequestOf(id, static_cast<std::int16_t>(state_.Previous()));

@@ -11,6 +11,7 @@
 #include "resident/desktop_shower.h"
 #include "resident/key_repeat.h"
 #include "settings/registry.h"
+#include "shared/shown_desktop.h"
 #include "shared/signals.h"
 #include "signals/shared_state.h"
 
@@ -36,6 +37,7 @@ class HotKeyStandIn {
     Registry& registry_;
     Signals& signals_;
     SharedState& state_;
+    ShownDesktop shown_;
     int desk_;
     HotKeyFields fields_{};
     std::optional<HotKeys> hotkeys_;

@@ -114,21 +114,21 @@ const FoundWindow* WindowFinder::ChosenWindow() const {
     return chosen_;
 }
 
-void ShowFoundWindow(WindowApi& windows, Signals& signals, SharedState& state,
+void ShowFoundWindow(WindowApi& windows, Signals& signals, SharedState& state, int shown,
                      const FoundWindow& found, const std::function<void(int desk)>& switchTo) {
     SharedBlock& block = state.Block();
     block.bringForward = static_cast<std::uint64_t>(HandleValue(found.window));
     block.bringForwardDesk = static_cast<std::int16_t>(found.desk);
     if (const std::uint32_t switcher = ProcessOf(state, found.desk))
         (void)windows.AllowSetForegroundWindow(switcher);
-    if (state.Current() != found.desk) switchTo(found.desk);
+    if (shown != found.desk) switchTo(found.desk);
     (void)signals.RaiseOwn(BringForwardEventName(state.ControllerId(), found.desk));
 }
 
-bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk) {
+bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk, int shown) {
     SharedBlock& block = state.Block();
     if (block.bringForwardDesk != desk || block.bringForward == 0) return false;
-    if (state.Current() != desk) return true;  // once the desktop is shown
+    if (shown != desk) return true;  // once the desktop is shown
     const Hwnd window = HandleFrom<Hwnd>(static_cast<std::intptr_t>(block.bringForward));
     if (windows.IsIconic(window)) (void)windows.ShowWindow(window, kShowRestore);
     if (!windows.SetForegroundWindow(window) && windows.IsWindow(window)) return true;

@@ -52,14 +52,14 @@ class WindowFinder {
     const FoundWindow* chosen_ = nullptr;
 };
 
-// Shows `found`: asks for its desktop (where another is shown) and asks that desktop's switcher to
-// bring it to the front, passing on the right to do so. `switchTo` makes the switch.
-void ShowFoundWindow(WindowApi& windows, Signals& signals, SharedState& state,
+// Shows `found`: asks for its desktop (where `shown` is another) and asks that desktop's switcher
+// to bring it to the front, passing on the right to do so. `switchTo` makes the switch.
+void ShowFoundWindow(WindowApi& windows, Signals& signals, SharedState& state, int shown,
                      const FoundWindow& found, const std::function<void(int desk)>& switchTo);
 
 // The switcher's side: brings the window asked for to the front, once its desktop `desk` is the
-// one shown. Whether a window was asked for and is not yet in front.
-bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk);
+// one `shown`. Whether a window was asked for and is not yet in front.
+bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk, int shown);
 
 // The event that wakes the switcher of `desk` for it.
 [[nodiscard]] Text BringForwardEventName(std::uint32_t controllerId, int desk);

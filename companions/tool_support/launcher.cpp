@@ -1,5 +1,7 @@
 #include "tool_support/launcher.h"
 
+#include "shared/shown_desktop.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -104,8 +106,9 @@ bool ShowRunningZelkova(Os& os) {
     if (!ids || ids->empty()) return false;
     SharedState state(os, ids->front());
     Signals signals(os, os);
-    return state.Block().companions[PilotSlot(state.Current())] != 0 &&
-           ShowPreview(os, signals, state.Block(), state.Current());
+    const int shown = ShownDesktop(os, state).InStep(signals);
+    return state.Block().companions[PilotSlot(shown)] != 0 &&
+           ShowPreview(os, signals, state.Block(), shown);
 }
 
 Launch StartZelkova(Os& os, std::uint32_t answerWithin) {

@@ -16,6 +16,7 @@
 #include "shared/companion_settings.h"
 #include "shared/hotkey_text.h"
 #include "shared/hotkeys_in_force.h"
+#include "shared/shown_desktop.h"
 #include "shared/signals.h"
 #include "shared/user_windows.h"
 #include "shared/window_finder.h"
@@ -225,12 +226,17 @@ int Ctl::Switch(const Args& args) {
                      ", not '" + desktop + "'");
     }
     const std::string target = Utf8Text(kDesktopNames[*n - 1]);
+    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
+    std::optional<SharedState> state;
+    if (!ids.empty()) {
+        // The controller takes the desktop the user sees as the one left, for "previous".
+        state.emplace(os_, ids.front());
+        companion::Signals signals(os_, os_);
+        (void)companion::ShownDesktop(os_, *state).InStep(signals);
+    }
     if (const int status = Signal(SwitchCommand(static_cast<std::int16_t>(*n)))) return status;
     // The bridge records the switch as it passes the command on; the system then shows the
     // desktop, or (as Wine 8) keeps showing "Default".
-    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
-    std::optional<SharedState> state;
-    if (!ids.empty()) state.emplace(os_, ids.front());
     const bool passed =
         Await([&] { return InputDesktop() == target || (state && state->Current() == *n); },
               kAnswerWithin);
@@ -550,7 +556,8 @@ int Ctl::Find(const Args& args) {
     SharedState state(os_, ids.front());
     companion::Signals signals(os_, os_);
     int status = kExitOk;
-    companion::ShowFoundWindow(os_, signals, state, *found,
+    const int shown = companion::ShownDesktop(os_, state).Now();
+    companion::ShowFoundWindow(os_, signals, state, shown, *found,
                                [&](int desk) { status = Switch({std::to_string(desk)}); });
     return status;
 }

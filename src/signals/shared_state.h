@@ -1,8 +1,9 @@
 #pragma once
 // What the companions of one controller share, in a small block of named memory that lives as
 // long as one of them holds it:
-//   - the desktop shown now and the one shown before it, as the bridge has seen the switch
-//     commands go through (the "previous desktop" hotkey of every desktop needs it);
+//   - the controller's record of the desktop shown and the one before it, as the switch commands
+//     have been seen to go to it, and whether the system has been seen to switch desktops (what
+//     companions/shared/shown_desktop.h reads to say which desktop the user sees);
 //   - the process ids of the companions, so that neighbours can watch each other and the
 //     controller can let the switcher it signals take the foreground;
 //   - the companion programs found missing, for every tray to show;
@@ -35,6 +36,10 @@ struct SharedBlock {
     std::uint32_t controllerId;
     std::int16_t current;   // 0 until the first switch command: the controller starts on 1
     std::int16_t previous;  // 0 while there has been no switch
+    // The desktop the bridge is to bring the controller's record to before the next command, 0
+    // when none; and 1 once the system has shown a desktop other than "Default".
+    std::int16_t inStep;
+    std::uint32_t systemSwitches;
     std::uint32_t companions[kCompanionSlots];
     std::uint32_t missing;  // kPilotMissing | kHeraldMissing | kMissingLogged
     // The last hotkey that reached a switcher: when, its key (or the keys that may have sent it,

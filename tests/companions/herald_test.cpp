@@ -256,7 +256,7 @@ TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShow
 }
 
 // A switcher that ended between showing a desktop and sending its command: the herald that
-// starts it again tells the controller which desktop is shown.
+// starts it again has the bridge bring the controller's record in step with the screen.
 TEST_F(HeraldTest, ASwitcherThatEndsBeforeItsCommandLeavesNoRecordBehind) {
     Make(2);
     SharedState state(s_.os, s_.controller);
@@ -268,11 +268,14 @@ TEST_F(HeraldTest, ASwitcherThatEndsBeforeItsCommandLeavesNoRecordBehind) {
     s_.os.ShowDesktopInOtherProcess(u"desk4");
     s_.os.EndProcess(pilot);
     EXPECT_FALSE(Pump());
-    EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"SwitchToDesktop4"});
+    const std::string inStep = "Local\\Zelkova2.InStep." + std::to_string(s_.controller);
+    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess(inStep));
+    EXPECT_EQ(state.Block().inStep, 4);
+    EXPECT_EQ(state.Current(), 4);
+    EXPECT_EQ(state.Previous(), 2);
     s_.os.EndProcess(s_.os.StartedProcesses().back().processId);
-    state.RecordSwitch(4);
     EXPECT_FALSE(Pump());
-    EXPECT_TRUE(s_.Taken(kSignals).empty()) << "the record is the screen's";
+    EXPECT_FALSE(s_.os.WaitForEventInOtherProcess(inStep)) << "the record is the screen's";
 }
 
 Herald* g_herald = nullptr;

@@ -175,15 +175,16 @@ TEST_P(PilotTest, AnInputTakenBackToTheDesktopJustLeftGoesToTheTargetAgain) {
 }
 
 // The companions' hotkeys: the next desktop and the one before wrap around, and the finder opens
-// on the desktop shown. Where hotkeys belong to the session, one switcher holds these for all
-// desktops: it asks the shown desktop's switcher to open the finder.
+// on the desktop the system shows. Where hotkeys belong to the session, one switcher holds these
+// for all desktops: it asks the shown desktop's switcher to open the finder, also when the
+// companions' record says another (a command sent straight to the controller).
 TEST_P(PilotTest, NextAndBeforeWrapAndTheFinderOpensWhereTheUserIs) {
     Start(4);
     s_.os.ShowDesktopInOtherProcess(u"desk4");
     SharedState state(s_.os, s_.controller);
     const auto press = [&](int shown, std::uint32_t key) {
-        state.RecordSwitch(shown);
-        s_.os.ShowDesktopInOtherProcess(u"desk4");
+        state.RecordSwitch(4);
+        s_.os.ShowDesktopInOtherProcess(u"desk" + DecimalText(shown));
         ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, key));
         Pump();
     };
@@ -219,7 +220,7 @@ TEST_P(PilotTest, TheWindowTheFinderChoseComesToTheFrontOnceItsDesktopIsShown) {
     s_.os.GrantForegroundFromOtherProcess();  // by the finder's switcher, which took the Enter key
     Signals finder(s_.os, s_.os);
     int switched = 0;
-    ShowFoundWindow(s_.os, finder, state, {3, notepad, u"Untitled - Notepad", u"notepad.exe", 0},
+    ShowFoundWindow(s_.os, finder, state, 1, {3, notepad, u"Untitled - Notepad", u"notepad.exe", 0},
                     [&](int desk) { switched = desk; });
     EXPECT_EQ(switched, 3);
     Pump();

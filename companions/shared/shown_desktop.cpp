@@ -1,0 +1,51 @@
+#include "shared/shown_desktop.h"
+
+#include "desktop/desktops.h"
+#include "platform/handles.h"
+
+namespace zk::companion {
+
+ShownDesktop::ShownDesktop(DesktopApi& desktops, SharedState& state)
+    : os_(desktops), state_(state) {}
+
+int ShownDesktop::SystemShows() {
+    UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
+    if (!input) return 0;  // a secure desktop: the system does not say
+    const int desk = DesktopNumberOf(os_.GetUserObjectInformationW(input.get()));
+    SharedBlock& block = state_.Block();
+    if (desk >= 2) block.systemSwitches = 1;
+    return block.systemSwitches != 0 ? desk : 0;
+}
+
+int ShownDesktop::Now() {
+    const int system = SystemShows();
+    return system != 0 ? system : state_.Current();
+}
+
+int ShownDesktop::InStep(Signals& signals, const std::function<bool(int desk)>& sendNow) {
+    const int system = SystemShows();
+    if (system != 0) BringInStep(system, signals, sendNow);
+    return state_.Current();
+}
+
+void ShownDesktop::BringInStep(int desk, Signals& signals,
+                               const std::function<bool(int desk)>& sendNow) {
+    if (!IsDesktopNumber(desk) || desk == state_.Current()) return;
+    state_.RecordSwitch(desk);
+    if (sendNow && sendNow(desk)) return;
+    state_.Block().inStep = static_cast<std::int16_t>(desk);
+    (void)signals.RaiseOwn(InStepEventName(state_.ControllerId()));
+}
+
+int DesktopNumberOf(const Text& name) {
+    for (int desk = 1; desk <= kDesktopCount; ++desk) {
+        if (name == kDesktopNames[desk - 1]) return desk;
+    }
+    return 0;
+}
+
+Text InStepEventName(std::uint32_t controllerId) {
+    return u"Zelkova2.InStep." + DecimalText(controllerId);
+}
+
+}  // namespace zk::companion

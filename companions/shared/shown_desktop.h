@@ -1,0 +1,61 @@
+#pragma once
+// Which desktop the user sees: the one place that every companion asks before it acts on "the
+// desktop shown" (which switcher opens the finder or the preview, where the next desktop and the
+// one before lead, whether a found window's desktop must be shown, what the tray and the banner
+// say).
+//
+// The system knows best where it can say: the input desktop, by name, once the system has been
+// seen to show one of the made desktops (a system that does not switch desktops, as Wine 8, keeps
+// "Default" as the input desktop whatever was asked, which then says nothing). Otherwise, and
+// while the input desktop is none of the four (a lock screen, the secure desktop of Ctrl+Alt+Del
+// or of an elevation prompt, another program's desktop: OpenInputDesktop is refused or names
+// another), the record says: the controller's CurrentDesk and PreviousDesk as the companions have
+// seen its switch commands go by.
+//
+// Who writes the record: whoever passes a switch command to the controller (the bridge, desktop
+// 1's switcher), and a switcher woken by a signal of its own desktop's block, which the controller
+// sends only for its CurrentDesk. A companion that finds the system showing another desktop than
+// the record (moved behind our back, or by a command sent straight to the controller) brings the
+// record in step before it acts: the record follows the system at once, and the controller gets
+// the switch command for the desktop shown ahead of any command sent after it.
+
+#include <functional>
+
+#include "shared/signals.h"
+#include "signals/shared_state.h"
+
+namespace zk::companion {
+
+class ShownDesktop {
+  public:
+    ShownDesktop(DesktopApi& desktops, SharedState& state);
+
+    // The desktop the user sees now, 1 to 4.
+    [[nodiscard]] int Now();
+    // The one seen before it, as the controller's record has it; 0 before the first switch.
+    [[nodiscard]] int Previous() const { return state_.Previous(); }
+    // Which of the four desktops the system shows; 0 where it cannot say.
+    [[nodiscard]] int SystemShows();
+    // Before a companion acts: where the system shows another desktop than the record, the record
+    // follows, and the controller is sent the switch command for it, by `sendNow` where the caller
+    // talks to the controller's window itself, else by the bridge ahead of the commands that
+    // follow. Returns the desktop shown.
+    int InStep(Signals& signals, const std::function<bool(int desk)>& sendNow = nullptr);
+    // The same for a desktop known to be shown: a key typed on it, a click on its tray icon.
+    void BringInStep(int desk, Signals& signals,
+                     const std::function<bool(int desk)>& sendNow = nullptr);
+    // The controller signalled the block of desktop `desk`: its record names that desktop.
+    void ControllerNames(int desk) { state_.RecordSwitch(desk); }
+
+  private:
+    DesktopApi& os_;
+    SharedState& state_;
+};
+
+// The number of the desktop of this name, 1 to 4; 0 for a desktop that is not one of them.
+[[nodiscard]] int DesktopNumberOf(const Text& name);
+
+// Set when the bridge is to bring the controller's record in step (SharedBlock::inStep).
+[[nodiscard]] Text InStepEventName(std::uint32_t controllerId);
+
+}  // namespace zk::companion
