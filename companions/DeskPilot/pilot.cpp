@@ -1,5 +1,7 @@
 #include "DeskPilot/pilot.h"
 
+#include <utility>
+
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "platform/handles.h"
@@ -44,6 +46,9 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     }
     if (const Handle e = signals_.OwnEvent(BringForwardEventName(controller.Id(), desk))) {
         set_.Add(e, {kBringForward, 0});
+    }
+    if (const Handle e = signals_.OwnEvent(WhichKeyEventName(controller.Id(), desk))) {
+        set_.Add(e, {kWhichKey, 0});
     }
     set_.Add(controller.Process(), {kControllerEnded, 0});
     if (desk != 1) {
@@ -119,7 +124,14 @@ bool Pilot::Woken(const Wake& wake) {
             shown_.ControllerNames(desk_);
             // The previous desktop's key sends this only for the desktop shown before.
             const bool maybePrevious = wake.value == state_.Previous();
-            (void)InStep();
+            if (const int shown = InStep(); shown != desk_ && maybePrevious) {
+                // The controller's record was behind the screen, and its signal for its
+                // PreviousDesk came from that desktop's key or from "previous": a desktop not
+                // shown sees no key state (GetAsyncKeyState, Remarks), the one shown does.
+                state_.Block().keyQuestion = static_cast<std::int16_t>(wake.value);
+                (void)signals_.RaiseOwn(WhichKeyEventName(state_.ControllerId(), shown));
+                return true;
+            }
             const int showKey = HotKeyIdOf(HotKeyAction::ShowDesktop, wake.value);
             if (!(maybePrevious ? RepeatOf({showKey, HotKeyIdOf(HotKeyAction::ShowPreviousDesktop)})
                                 : RepeatOf({showKey}))) {
@@ -129,13 +141,12 @@ bool Pilot::Woken(const Wake& wake) {
         }
         case kPreview: {
             shown_.ControllerNames(desk_);
-            if (RepeatOf({HotKeyIdOf(HotKeyAction::ShowPreview)})) return true;
-            // Where the controller's record was behind, the preview opens where the user is.
-            const int shown = InStep();
-            if (shown == desk_) {
-                OpenPreview();
-            } else {
+            // Where the controller's record was behind, the preview opens where the user is, and
+            // that desktop's switcher tells a held key from a new press.
+            if (const int shown = InStep(); shown != desk_) {
                 (void)ShowPreview(os_, signals_, state_.Block(), shown);
+            } else if (!RepeatOf({HotKeyIdOf(HotKeyAction::ShowPreview)})) {
+                OpenPreview();
             }
             return true;
         }
@@ -154,6 +165,9 @@ bool Pilot::Woken(const Wake& wake) {
             (void)BringForwardIfAsked(os_, state_, desk_, shown_.Now());
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
+            return true;
+        case kWhichKey:
+            AnswerKeyQuestion();
             return true;
         case kWatchHerald:
             herald_->Woken(wake);
@@ -206,6 +220,20 @@ void Pilot::OpenFinderOn(int shown) {
     if (const std::uint32_t switcher = state_.Block().companions[PilotSlot(shown)])
         (void)os_.AllowSetForegroundWindow(switcher);
     (void)signals_.RaiseOwn(FinderEventName(state_.ControllerId(), shown));
+}
+
+// Another switcher's signal, whose key it could not see: "previous" while that key is held, or
+// where neither is any longer and the other key would only show this desktop again.
+void Pilot::AnswerKeyQuestion() {
+    const int target = std::exchange(state_.Block().keyQuestion, std::int16_t{0});
+    if (!IsDesktopNumber(target)) return;
+    const auto held = [&](HotKeyAction action, int desk) {
+        const std::int16_t key = fields_.HotKeyCode[HotKeyIdOf(action, desk)];
+        return key != 0 && os_.GetAsyncKeyState(key) < 0;
+    };
+    const bool previous = held(HotKeyAction::ShowPreviousDesktop, 0) ||
+                          (!held(HotKeyAction::ShowDesktop, target) && target == desk_);
+    RequestSwitch(previous && state_.Previous() != 0 ? state_.Previous() : target);
 }
 
 void Pilot::ShowFound(const FoundWindow& found) {

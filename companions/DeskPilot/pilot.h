@@ -57,7 +57,8 @@ class Pilot {
         kControllerEnded,
         kWatchHerald,
         kFinder,
-        kBringForward
+        kBringForward,
+        kWhichKey
     };
     enum Timer : std::uintptr_t { kCaptureSoon = 1, kCaptureAgain = 2, kGuardSwitch = 3 };
     // The first picture waits until the herald's banner (shown for a second) has gone.
@@ -92,6 +93,7 @@ class Pilot {
     void BringInStep(int desk);
     [[nodiscard]] bool SendNow(int desk);
     void CompanionHotKey(int id);
+    void AnswerKeyQuestion();
     void OpenFinderOn(int shown);
     bool RepeatOf(std::initializer_list<int> ids);
     void NoteMissingHerald();

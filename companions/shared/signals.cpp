@@ -43,6 +43,10 @@ bool ShowPreview(WindowApi& windows, Signals& signals, const SharedBlock& block,
     return signals.Raise(SwitcherSignal(KindShowPreview, static_cast<std::int16_t>(desk)));
 }
 
+Text WhichKeyEventName(std::uint32_t controllerId, int desk) {
+    return u"Zelkova2.WhichKey." + DecimalText(controllerId) + u"." + DecimalText(desk);
+}
+
 Text ShownEventName(int desk) {
     return u"Zelkova2.Shown" + DecimalText(desk);
 }

@@ -40,6 +40,8 @@ bool ShowPreview(WindowApi& windows, Signals& signals, const SharedBlock& block,
 // The companions' own events, beside the controller's signals.
 // Desktop N has been shown; its pilot takes a picture of it a moment later.
 [[nodiscard]] Text ShownEventName(int desk);
+// Asks the switcher of `desk`, the desktop shown, which key sent SharedBlock::keyQuestion.
+[[nodiscard]] Text WhichKeyEventName(std::uint32_t controllerId, int desk);
 // The bridge has forwarded "ReadReg" and told the pilots: the settings are in force.
 [[nodiscard]] Text ReloadedEventName();
 

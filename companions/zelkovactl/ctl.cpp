@@ -556,7 +556,7 @@ int Ctl::Find(const Args& args) {
     SharedState state(os_, ids.front());
     companion::Signals signals(os_, os_);
     int status = kExitOk;
-    const int shown = companion::ShownDesktop(os_, state).Now();
+    const int shown = companion::ShownDesktop(os_, state).InStep(signals);
     companion::ShowFoundWindow(os_, signals, state, shown, *found,
                                [&](int desk) { status = Switch({std::to_string(desk)}); });
     return status;

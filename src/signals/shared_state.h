@@ -40,6 +40,9 @@ struct SharedBlock {
     // when none; and 1 once the system has shown a desktop other than "Default".
     std::int16_t inStep;
     std::uint32_t systemSwitches;
+    // The target of a controller's signal that the switcher of the desktop shown is asked about:
+    // did the user type that desktop's key or "previous"? 0 when none.
+    std::int16_t keyQuestion;
     std::uint32_t companions[kCompanionSlots];
     std::uint32_t missing;  // kPilotMissing | kHeraldMissing | kMissingLogged
     // The last hotkey that reached a switcher: when, its key (or the keys that may have sent it,

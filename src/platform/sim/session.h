@@ -122,6 +122,12 @@ class Session {
     std::function<std::vector<Hwnd>(int desktop)> windowsOfDesktop;
     std::vector<std::function<void()>> onProcessEnd;
     std::vector<std::function<void(Hwnd)>> onWindowDestroyed;
+    // What the session's other processes do while the simulated thread waits or sleeps, where a
+    // test runs them (several programs on one simulated thread); nothing by default.
+    std::function<void()> othersRun;
+    void LetOthersRun() {
+        if (othersRun) othersRun();
+    }
 
   private:
     std::map<int, KernelObject> objects_;

@@ -170,6 +170,16 @@ void SimDesktops::StartOnDesktop(const Text& name) {
         session_.NewHandle(session_.desktops[desktop].object, GenericAll, true);
 }
 
+void SimDesktops::ActOnDesktop(const Text& name) {
+    CreateDesktopInOtherProcess(name);
+    const int desktop = session_.DesktopByName(name);
+    Handle& handle = actingOn_[desktop];
+    if (handle == nullptr)
+        handle = session_.NewHandle(session_.desktops[desktop].object, GenericAll, true);
+    session_.threadDesktop = desktop;
+    session_.threadDesktopHandle = handle;
+}
+
 void SimDesktops::ShowDesktopInOtherProcess(const Text& name) {
     CreateDesktopInOtherProcess(name);
     session_.inputDesktop = session_.DesktopByName(name);

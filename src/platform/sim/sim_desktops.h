@@ -2,7 +2,9 @@
 // The simulated window station's desktops: which one is the input desktop, which one the
 // simulated thread is on, and the handles the program holds to them.
 
+#include <map>
 #include "platform/api/desktop_api.h"
+
 #include "platform/sim/session.h"
 
 namespace zk::sim {
@@ -31,6 +33,9 @@ class SimDesktops : public virtual DesktopApi {
     void CreateDesktopInOtherProcess(const Text& name);
     // The simulated process was started on this desktop (made if missing), as by lpDesktop.
     void StartOnDesktop(const Text& name);
+    // Several programs run on the one simulated thread (a test of the whole system): the thread
+    // acts as one of the program on this desktop (made if missing) from now on.
+    void ActOnDesktop(const Text& name);
     // Another program shows this desktop (made if missing).
     void ShowDesktopInOtherProcess(const Text& name);
 
@@ -39,6 +44,7 @@ class SimDesktops : public virtual DesktopApi {
     int Desktop(Hdesk desktop);
 
     Session& session_;
+    std::map<int, Handle> actingOn_;
 };
 
 }  // namespace zk::sim

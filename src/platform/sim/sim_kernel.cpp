@@ -85,9 +85,13 @@ std::uint32_t SimKernel::WaitForSingleObject(Handle object, std::uint32_t millis
     if (session_.Enter("WaitForSingleObject", Hex(object) + " " + std::to_string(milliseconds))) {
         return WaitFailed;
     }
-    const auto signalled = session_.TakeSignal(object);
+    auto signalled = session_.TakeSignal(object);
     if (!signalled) return WaitFailed;
-    return *signalled ? WaitObject0 : WaitTimeout;  // nothing else runs here to set it
+    if (!*signalled && milliseconds > 0) {
+        session_.LetOthersRun();
+        signalled = session_.TakeSignal(object);
+    }
+    return signalled && *signalled ? WaitObject0 : WaitTimeout;
 }
 
 // Only waits for any one handle; what is not signalled now stays so, and the time passes.
@@ -98,10 +102,14 @@ std::uint32_t SimKernel::WaitForMultipleObjects(std::span<const Handle> handles,
                                                      std::to_string(milliseconds))) {
         return WaitFailed;
     }
-    for (std::uint32_t i = 0; i < handles.size(); ++i) {
-        const auto signalled = session_.TakeSignal(handles[i]);
-        if (!signalled) return WaitFailed;
-        if (*signalled) return WaitObject0 + i;
+    for (int round = 0; round < 2; ++round) {
+        for (std::uint32_t i = 0; i < handles.size(); ++i) {
+            const auto signalled = session_.TakeSignal(handles[i]);
+            if (!signalled) return WaitFailed;
+            if (*signalled) return WaitObject0 + i;
+        }
+        if (round > 0 || milliseconds == 0) break;
+        session_.LetOthersRun();
     }
     if (milliseconds != Infinite) session_.tickCount += milliseconds;
     return WaitTimeout;
@@ -109,6 +117,7 @@ std::uint32_t SimKernel::WaitForMultipleObjects(std::span<const Handle> handles,
 
 void SimKernel::Sleep(std::uint32_t milliseconds) {
     (void)session_.Enter("Sleep", std::to_string(milliseconds));
+    session_.LetOthersRun();
     session_.tickCount += milliseconds;
 }
 

@@ -50,6 +50,7 @@ class SimOs final : private SessionHolder,
 
     Journal& journal() { return shared_.journal; }
     FaultPlan& faults() { return shared_.faults; }
+    Session& session() { return shared_; }
     // The process that started the simulated one.
     void SetParentProcess(std::uint32_t processId) { shared_.parentProcessId = processId; }
 };
