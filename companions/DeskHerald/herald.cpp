@@ -4,6 +4,7 @@
 #include "desktop/companions.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
+#include "resident/leave_no_empty_desktop.h"
 #include "platform/module_path.h"
 #include "shared/companion_hotkeys.h"
 #include "shared/companion_settings.h"
@@ -69,6 +70,7 @@ bool Herald::Woken(const Wake& wake) {
             }
             break;
         case kControllerEnded:
+            (void)LeaveNoEmptyDesktop(os_, desk_);
             return false;
         case kSettingsChanged:  // a rename, or a hotkey stored as no key
             (void)settings_.Renew();

@@ -7,6 +7,7 @@
 #include "platform/handles.h"
 #include "platform/module_path.h"
 #include "resident/hotkey_stand_in.h"
+#include "resident/leave_no_empty_desktop.h"
 #include "resident/switch_notice.h"
 #include "signals/protocol.h"
 
@@ -173,6 +174,7 @@ bool Pilot::Woken(const Wake& wake) {
             herald_->Woken(wake);
             return true;
         default:  // shut down, or the controller ended
+            (void)LeaveNoEmptyDesktop(os_, desk_);
             return false;
     }
 }

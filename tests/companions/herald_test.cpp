@@ -63,25 +63,44 @@ TEST_F(HeraldTest, NamesItsDesktopInTheBannerWhenItIsShownUnlessTheBannerIsOff) 
     Herald& herald = Make(3);
     s_.os.registry().SetText(u"Software\\Zelkova\\Desktop3", u"Name", u"Mail");
     SharedState state(s_.os, s_.controller);
-    state.RecordSwitch(3);
+    state.RecordSwitch(3);  // where the system has never switched (Wine 8), the record says
+    s_.Raise("Switcher3Update3");
+    EXPECT_FALSE(Pump());
     s_.os.ShowDesktopInOtherProcess(u"desk4");  // shown straight after, past the bridge
     s_.Raise("Switcher3Update3");
     EXPECT_FALSE(Pump());
-    state.RecordSwitch(1);  // shown straight after, through the bridge
+    state.RecordSwitch(1);  // the system shows it, whatever the record says
     s_.os.ShowDesktopInOtherProcess(u"desk3");
-    s_.Raise("Switcher3Update3");
-    EXPECT_FALSE(Pump());
-    state.RecordSwitch(3);
-    s_.os.ShowDesktopInOtherProcess(u"Default");  // where the system does not switch (Wine 8)
     s_.Raise("Switcher3Update3");
     EXPECT_FALSE(Pump());
     s_.os.registry().SetDword(u"Software\\Zelkova", u"ShowBanner", 0);
     s_.Raise("Switcher3Update3");
     EXPECT_FALSE(Pump());
-    EXPECT_EQ(shell_.banners, std::vector<Text>{u"Mail"});
+    EXPECT_EQ(shell_.banners, (std::vector<Text>{u"Mail", u"Mail"}));
     EXPECT_EQ(herald.Tooltip(), u"Zelkova2 \u2014 desktop 3: Mail");
     s_.os.EndProcess(s_.controller);
     EXPECT_TRUE(Pump()) << "it ends with its controller";
+}
+
+// Zelkova2 ends while a made desktop is shown: one with nothing of the user's on it is left for
+// desktop 1 before its last handle closes; one with the user's windows stays shown.
+TEST_F(HeraldTest, EndingOnAnEmptyDesktopShowsDesktop1) {
+    for (const bool userWindow : {false, true}) {
+        CompanionSession s(u"DeskHerald.exe", u"desk3");
+        ControllerProcess controller(s.os, 0);
+        if (userWindow) {
+            (void)s.os.CreateWindowInOtherProcess(u"Untitled - Notepad", nullptr,
+                                                  sim::kOtherProcessId, Text(u"desk3"), WsVisible);
+        }
+        Herald herald(s.os, 3, controller, shell_);
+        s.os.ShowDesktopInOtherProcess(u"desk3");
+        s.os.EndProcess(s.controller);
+        EXPECT_TRUE(s.os.RunMessageLoop([&] {
+            herald.Run();
+            return 0;
+        }) == 0);
+        EXPECT_EQ(s.os.InputDesktopName(), userWindow ? u"desk3" : u"Default") << userWindow;
+    }
 }
 
 // Whoever writes the settings, the tray follows at once: a rename, a hotkey stored as no key.
