@@ -46,6 +46,7 @@ bool Bridge::Woken(const Wake& wake) {
 }
 
 bool Bridge::Command(std::int16_t index) {
+    const int wasShown = state_.Current();
     const bool delivered = link_.Send(index);
     if (index == kShutdownCommand) return false;
     if (!delivered) return true;  // no controller window: its end will end the bridge too
@@ -55,7 +56,7 @@ bool Bridge::Command(std::int16_t index) {
         (void)signals_.RaiseOwn(ReloadedEventName());
         return true;
     }
-    NoteSwitch(signals_, state_, set_, os_, index - kFirstSwitchCommand + 1);
+    NoteSwitch(signals_, set_, os_, index - kFirstSwitchCommand + 1, wasShown);
     return true;
 }
 

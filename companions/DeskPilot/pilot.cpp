@@ -121,8 +121,6 @@ void Pilot::Run() {
 bool Pilot::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kSwitchTo: {
-            // The controller signals the block of the desktop its record names.
-            shown_.ControllerNames(desk_);
             // The previous desktop's key sends this only for the desktop shown before.
             const bool maybePrevious = wake.value == state_.Previous();
             if (const int shown = InStep(); shown != desk_ && maybePrevious) {
@@ -141,7 +139,6 @@ bool Pilot::Woken(const Wake& wake) {
             return true;
         }
         case kPreview: {
-            shown_.ControllerNames(desk_);
             // Where the controller's record was behind, the preview opens where the user is, and
             // that desktop's switcher tells a held key from a new press.
             if (const int shown = InStep(); shown != desk_) {
@@ -278,9 +275,10 @@ void Pilot::RequestSwitch(int target) {
     }
     (void)shower_.Show(target);
     const auto command = SwitchCommand(static_cast<std::int16_t>(target));
+    const int wasShown = state_.Current();
     if (direct_ && direct_->Send(command)) {
         // What the bridge does after the commands it sends.
-        NoteSwitch(signals_, state_, set_, os_, target);
+        NoteSwitch(signals_, set_, os_, target, wasShown);
     } else {
         (void)signals_.Raise(command);
     }

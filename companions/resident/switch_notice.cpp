@@ -4,9 +4,8 @@
 
 namespace zk::companion {
 
-void NoteSwitch(Signals& signals, SharedState& state, WaitSet& set, KernelApi& clock, int desk) {
-    if (desk == state.Current()) return;
-    state.RecordSwitch(desk);
+void NoteSwitch(Signals& signals, WaitSet& set, KernelApi& clock, int desk, int wasShown) {
+    if (desk == wasShown) return;
     set.Later(clock, kTellShownAfter, [&signals, desk] {
         const auto shown = static_cast<std::int16_t>(desk);
         (void)signals.Raise(SwitcherSignal(KindUpdate, shown, shown));

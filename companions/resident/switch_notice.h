@@ -1,6 +1,6 @@
 #pragma once
-// What follows a switch command that reached the controller: the companions' record of the
-// desktop shown and the one before it, at once, and the word to the new desktop's herald (its
+// What follows a switch command that reached the controller (which has published its record): the
+// word to the new desktop's herald (its
 // banner) and switcher (its pictures) a moment later, at the notifier's first quiet moment. Woken
 // at once, they took the processors and the wineserver from the end of the switch itself on a busy
 // machine (under Wine 10 the shown desktop came about 0.35 ms later); a desktop shown only in
@@ -15,6 +15,7 @@ namespace zk::companion {
 
 inline constexpr std::uint32_t kTellShownAfter = 20;  // milliseconds
 
-void NoteSwitch(Signals& signals, SharedState& state, WaitSet& set, KernelApi& clock, int desk);
+// `wasShown`: the desktop the controller's record named before the command.
+void NoteSwitch(Signals& signals, WaitSet& set, KernelApi& clock, int desk, int wasShown);
 
 }  // namespace zk::companion

@@ -12,12 +12,13 @@
 // another), the record says: the controller's CurrentDesk and PreviousDesk as the companions have
 // seen its switch commands go by.
 //
-// Who writes the record: whoever passes a switch command to the controller (the bridge, desktop
-// 1's switcher), and a switcher woken by a signal of its own desktop's block, which the controller
-// sends only for its CurrentDesk. A companion that finds the system showing another desktop than
-// the record (moved behind our back, or by a command sent straight to the controller) brings the
-// record in step before it acts: the record follows the system at once, and the controller gets
-// the switch command for the desktop shown ahead of any command sent after it.
+// Who writes the record: the controller, as its record changes on a switch command (also one sent
+// straight to its window, past every companion). A companion that finds the system showing
+// another desktop than the record (moved behind our back: another program, or a take-back under
+// Wine 10) brings the record in step before it acts: the record follows the system at once, and
+// the controller gets the switch command for the desktop shown ahead of any command sent after
+// it, and publishes its own record again. A lock screen or a secure desktop says nothing: the
+// record holds until the user is back.
 
 #include <functional>
 
@@ -44,8 +45,6 @@ class ShownDesktop {
     // The same for a desktop known to be shown: a key typed on it, a click on its tray icon.
     void BringInStep(int desk, Signals& signals,
                      const std::function<bool(int desk)>& sendNow = nullptr);
-    // The controller signalled the block of desktop `desk`: its record names that desktop.
-    void ControllerNames(int desk) { state_.RecordSwitch(desk); }
 
   private:
     DesktopApi& os_;

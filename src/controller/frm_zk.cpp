@@ -158,6 +158,8 @@ void frmZK::CopyData(Lparam lParam) {
             record_.PreviousDesk = record_.CurrentDesk;
             record_.CurrentDesk = desk;
             record_.Desktops[desk]->SwitchTo();
+            // Once shown: a companion that read the record before the screen would take it back.
+            Companions().PublishShown(record_.CurrentDesk, record_.PreviousDesk);
         } else if (index == kReadRegCommand) {
             hotkeys_->ReloadHotKeys();
             PublishHotKeys();

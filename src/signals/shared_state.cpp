@@ -26,6 +26,11 @@ void SharedState::RecordSwitch(int desk) {
     block_->current = static_cast<std::int16_t>(desk);
 }
 
+void SharedState::PublishShown(std::int16_t current, std::int16_t previous) {
+    block_->previous = previous;
+    block_->current = current;
+}
+
 void SharedState::PublishHotKeys(const HotKeyFields& fields) {
     for (int id = 1; id <= kHotKeyCount; ++id) {
         block_->hotKeyCodes[id - 1] = fields.HotKeyCode[id];

@@ -1,9 +1,10 @@
 #pragma once
 // What the companions of one controller share, in a small block of named memory that lives as
 // long as one of them holds it:
-//   - the controller's record of the desktop shown and the one before it, as the switch commands
-//     have been seen to go to it, and whether the system has been seen to switch desktops (what
-//     companions/shared/shown_desktop.h reads to say which desktop the user sees);
+//   - the controller's record of the desktop shown and the one before it, which it publishes
+//     as it changes (and a companion ahead of it, as it sends a command), and whether the system
+//     has been seen to switch desktops (what companions/shared/shown_desktop.h reads to say which
+//     desktop the user sees);
 //   - the process ids of the companions, so that neighbours can watch each other and the
 //     controller can let the switcher it signals take the foreground;
 //   - the companion programs found missing, for every tray to show;
@@ -77,6 +78,8 @@ class SharedState {
     [[nodiscard]] std::uint32_t ControllerId() const { return block_->controllerId; }
     // The controller's rule: a switch to another desktop makes the current one the previous.
     void RecordSwitch(int desk);
+    // The controller's own record, as it changes.
+    void PublishShown(std::int16_t current, std::int16_t previous);
     // The controller's pairs in force, for the companions and tools to read.
     void PublishHotKeys(const HotKeyFields& fields);
 

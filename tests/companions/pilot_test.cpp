@@ -251,24 +251,22 @@ TEST_P(PilotTest, OnDesktop1ASwitchGoesStraightToTheControllersWindow) {
     EXPECT_EQ(CompanionSession::Commands().back(), testing::kSignalPrefix + "SwitchToDesktop1");
 }
 
-// A program may send the switch commands straight to the controller, past the bridge: a key or
-// a signal that reaches this switcher tells it that its desktop is the one shown.
+// The system showed this desktop behind the record's back: a key typed here brings the
+// controller in step first, so that "previous" leads to the desktop the user came from.
 TEST_P(PilotTest, PreviousIsTheDesktopShownBeforeHoweverThisOneCameToBeShown) {
     Start(3);
-    SharedState(s_.os, s_.controller).RecordSwitch(2);  // from 1 to 2, as the bridge saw it
-    pilot_->HotKey(5);  // on desktop 3, shown by a command the bridge never saw
+    SharedState(s_.os, s_.controller).RecordSwitch(2);  // from 1 to 2
+    pilot_->HotKey(5);                                  // on desktop 3, shown by another program
     EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop2"});
+    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.InStep." +
+                                                 std::to_string(s_.controller)));
+    EXPECT_EQ(SharedState(s_.os, s_.controller).Block().inStep, 3) << "ahead of the command";
     EXPECT_FALSE(s_.Take("Switcher3Update3")) << "no banner on the way out";
-    SharedState(s_.os, s_.controller).RecordSwitch(4);
-    s_.Raise("Switcher3SwitchTo4");  // the controller's signal: desktop 3 is shown again
-    Pump();
-    EXPECT_EQ(SharedState(s_.os, s_.controller).Previous(), 4);
-    (void)s_.Taken(kCommands);
     s_.os.ShowDesktopInOtherProcess(u"desk3");
     pilot_->HotKey(6);
     s_.Raise("ShowPopupSwitcher3");
     Pump();
-    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"away", "away", "capture", "show", "show"}))
+    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"away", "capture", "show", "show"}))
         << "no picture while the preview is open: it would show itself";
 }
 

@@ -88,17 +88,23 @@ Step RandomStep(std::mt19937& random, sim::HotKeyScope scope) {
     return {act, pick(1, 4)};
 }
 
-// A move that no companion sees: the controller's record, and the system, change past them. Two
-// in a row, before any companion acts, cannot be told apart from one: "previous" then leads to the
-// desktop the companions saw last, which the user cannot expect; sequences leave them out.
-bool Unseen(const Step& step) {
-    return step.act == Act::Command || step.act == Act::BehindOurBack;
+// The system moving the user is seen by no one, the controller included: the companions learn
+// it when one of them next acts. Such a move next to a command sent straight to the controller or
+// another such move, before any companion acts, cannot be told apart from one move (nor, before
+// the system has been seen to switch, from a system that never does): "previous" then leads to the
+// desktop shown before both, which the user cannot expect; sequences leave them out.
+bool PastTheCompanions(const Step& step) {
+    return step.act == Act::BehindOurBack || step.act == Act::Command;
+}
+bool UnseenThenPast(const Step& first, const Step& then) {
+    return PastTheCompanions(first) && PastTheCompanions(then) &&
+           (first.act == Act::BehindOurBack || then.act == Act::BehindOurBack);
 }
 bool UnseenTwiceInARow(const std::vector<Step>& steps) {
     const Step* last = nullptr;
     for (const Step& step : steps) {
         if (step.act == Act::RestartPilot || step.act == Act::RestartHerald) continue;
-        if (last != nullptr && Unseen(*last) && Unseen(step)) return true;
+        if (last != nullptr && UnseenThenPast(*last, step)) return true;
         last = &step;
     }
     return false;
