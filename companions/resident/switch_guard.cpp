@@ -5,16 +5,15 @@
 namespace zk::companion {
 
 SwitchGuard::SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower,
-                         SharedState& state)
-    : clock_(clock), own_(own), shower_(shower), state_(state) {}
+                         SharedState& state, ShownDesktop& shown)
+    : clock_(clock), own_(own), shower_(shower), state_(state), shown_(shown) {}
 
 bool SwitchGuard::Watch(int target) {
     target_ = 0;
     if (!IsDesktopNumber(target)) return false;
     // Asked until the answer is yes, which holds for good: three calls to the system on the way
     // of every switch took the processors from the switch's end on a busy machine.
-    if (!switches_) switches_ = own_.InputName() == kDesktopNames[target - 1];
-    if (!switches_) return false;
+    if (!shown_.SystemSwitches() && shown_.SystemShows() != target) return false;
     target_ = target;
     since_ = clock_.GetTickCount64();
     keyTick_ = state_.Block().hotKeyTick;

@@ -9,6 +9,7 @@
 
 #include "resident/desktop_shower.h"
 #include "resident/own_desktop.h"
+#include "shared/shown_desktop.h"
 #include "signals/shared_state.h"
 
 namespace zk::companion {
@@ -19,7 +20,8 @@ class SwitchGuard {
     static constexpr std::uint32_t kLookEvery = 50;
     static constexpr std::uint64_t kWatchFor = 300;
 
-    SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower, SharedState& state);
+    SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower, SharedState& state,
+                ShownDesktop& shown);
 
     // After this desktop's switcher showed `target`: whether to watch, which it does only where
     // the switch took effect (where the system does not switch desktops, nothing comes back).
@@ -32,7 +34,7 @@ class SwitchGuard {
     OwnDesktop& own_;
     DesktopShower& shower_;
     SharedState& state_;
-    bool switches_ = false;  // a switch has been seen to take effect
+    ShownDesktop& shown_;
     int target_ = 0;
     std::uint64_t since_ = 0;
     std::uint64_t keyTick_ = 0;

@@ -5,15 +5,18 @@
 
 namespace zk::companion {
 
-ShownDesktop::ShownDesktop(DesktopApi& desktops, SharedState& state)
-    : os_(desktops), state_(state) {}
+ShownDesktop::ShownDesktop(Os& os, SharedState& state)
+    : os_(os),
+      state_(state),
+      own_(DesktopNumberOf(
+          os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId())))) {}
 
 int ShownDesktop::SystemShows() {
     UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
     if (!input) return 0;  // a secure desktop: the system does not say
     const int desk = DesktopNumberOf(os_.GetUserObjectInformationW(input.get()));
     SharedBlock& block = state_.Block();
-    if (desk >= 2) block.systemSwitches = 1;
+    if (desk >= 2 && desk != own_) block.systemSwitches = 1;
     return block.systemSwitches != 0 ? desk : 0;
 }
 
@@ -32,7 +35,7 @@ void ShownDesktop::BringInStep(int desk, Signals& signals,
                                const std::function<bool(int desk)>& sendNow) {
     // Learnt once, as the first desktop shown by a key or a click is: the system is not asked on
     // the way of every switch.
-    if (state_.Block().systemSwitches == 0) (void)SystemShows();
+    if (!SystemSwitches()) (void)SystemShows();
     if (!IsDesktopNumber(desk) || desk == state_.Current()) return;
     state_.RecordSwitch(desk);
     if (sendNow && sendNow(desk)) return;

@@ -5,12 +5,14 @@
 // say).
 //
 // The system knows best where it can say: the input desktop, by name, once the system has been
-// seen to show one of the made desktops (a system that does not switch desktops, as Wine 8, keeps
-// "Default" as the input desktop whatever was asked, which then says nothing). Otherwise, and
-// while the input desktop is none of the four (a lock screen, the secure desktop of Ctrl+Alt+Del
-// or of an elevation prompt, another program's desktop: OpenInputDesktop is refused or names
-// another), the record says: the controller's CurrentDesk and PreviousDesk as the companions have
-// seen its switch commands go by.
+// seen to show one of the made desktops to a program of another desktop. A system that does not
+// switch desktops, as Wine 8, keeps "Default" as the input desktop whatever was asked, which then
+// says nothing; Wine 8 also names a program's own desktop as the input desktop to some programs
+// after a SwitchDesktop to it (a switcher started again there did), which is not taken as seen.
+// Otherwise, and while the input desktop is none of the four (a lock screen, the secure desktop of
+// Ctrl+Alt+Del or of an elevation prompt, another program's desktop: OpenInputDesktop is refused or
+// names another), the record says: the controller's CurrentDesk and PreviousDesk as the companions
+// have seen its switch commands go by.
 //
 // Who writes the record: the controller, as its record changes on a switch command (also one sent
 // straight to its window, past every companion). A companion that finds the system showing
@@ -29,7 +31,7 @@ namespace zk::companion {
 
 class ShownDesktop {
   public:
-    ShownDesktop(DesktopApi& desktops, SharedState& state);
+    ShownDesktop(Os& os, SharedState& state);
 
     // The desktop the user sees now, 1 to 4.
     [[nodiscard]] int Now();
@@ -37,6 +39,8 @@ class ShownDesktop {
     [[nodiscard]] int Previous() const { return state_.Previous(); }
     // Which of the four desktops the system shows; 0 where it cannot say.
     [[nodiscard]] int SystemShows();
+    // Whether the system has been seen to switch desktops (then it says, from then on).
+    [[nodiscard]] bool SystemSwitches() const { return state_.Block().systemSwitches != 0; }
     // Before a companion acts: where the system shows another desktop than the record, the record
     // follows, and the controller is sent the switch command for it, by `sendNow` where the caller
     // talks to the controller's window itself, else by the bridge ahead of the commands that
@@ -49,6 +53,7 @@ class ShownDesktop {
   private:
     DesktopApi& os_;
     SharedState& state_;
+    int own_;  // the caller's own desktop, 1 to 4; 0 for another
 };
 
 // The number of the desktop of this name, 1 to 4; 0 for a desktop that is not one of them.
