@@ -118,6 +118,7 @@ TEST_F(HeraldTest, TheTooltipFollowsTheSettingsAtOnce) {
               u"Zelkova2 \u2014 desktop 2: B\u00FCro\nHotkey 4 is stored as no key: see Settings");
 }
 
+// (A desktop chosen in the menu, and the wheel's desktop, are the random users'.)
 TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsACommand) {
     Herald& herald = Make(3);
     s_.os.registry().SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"Web");
@@ -138,8 +139,6 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
         std::vector<std::string> raised;
     };
     const Case cases[] = {
-        {TrayCommand::ShowDesktop1, {}, {"SwitchToDesktop1"}},
-        {static_cast<TrayCommand>(4), {}, {"SwitchToDesktop4"}},
         {TrayCommand::Preview, {}, {"ShowPreviewSwitcher3"}},
         {TrayCommand::Exit, std::nullopt, {}},  // cancelled
         {TrayCommand::Exit, false, {"Shutdown"}},
@@ -174,22 +173,17 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
 // The wheel over the icon: a whole notch (a fine wheel's parts add up) shows the next desktop
 // (towards the user) or the one before, wrapping; once the pointer has left, the wheel is not
 // watched until it comes back.
-TEST_F(HeraldTest, TheWheelOverTheIconShowsTheNextDesktopOrTheOneBefore) {
-    Herald& herald = Make(4);
+TEST(TrayWheel, AWholeNotchTurnsTowardsTheUserToTheNextAndOnlyWhileThePointerIsOver) {
+    using Turn = TrayWheel::Turn;
     TrayWheel wheel;
     wheel.PointerOver({500, 700}, 16);
-    const auto turn = [&](MousePoint at, int delta) {
-        const TrayWheel::Turn t = wheel.Wheel(at, delta);
-        if (t != TrayWheel::Turn::None) herald.ShowInOrder(t == TrayWheel::Turn::Next);
-        return s_.Taken(kSignals);
-    };
-    EXPECT_EQ(turn({510, 690}, -120), std::vector<std::string>{"SwitchToDesktop1"});
-    EXPECT_TRUE(turn({510, 690}, 60).empty());
-    EXPECT_EQ(turn({510, 690}, 60), std::vector<std::string>{"SwitchToDesktop3"});
+    EXPECT_EQ(wheel.Wheel({510, 690}, -120), Turn::Next);
+    EXPECT_EQ(wheel.Wheel({510, 690}, 60), Turn::None);
+    EXPECT_EQ(wheel.Wheel({510, 690}, 60), Turn::Before);
     EXPECT_FALSE(wheel.Moved({520, 700})) << "off the icon";
-    EXPECT_TRUE(turn({500, 700}, 120).empty()) << "not watched until the pointer is back";
+    EXPECT_EQ(wheel.Wheel({500, 700}, 120), Turn::None) << "not watched until the pointer is back";
     wheel.PointerOver({500, 700}, 16);
-    EXPECT_EQ(turn({500, 700}, 120), std::vector<std::string>{"SwitchToDesktop3"});
+    EXPECT_EQ(wheel.Wheel({500, 700}, 120), Turn::Before);
 }
 
 // Each by the full path of its program, found as the system would but never in the current
@@ -272,100 +266,6 @@ TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShow
     EXPECT_NE(log.find("DeskPilot.exe is missing from C:\\Program Files\\Zelkova2"),
               std::string::npos);
     EXPECT_TRUE(s_.os.journal().Find("CreateProcessW", "ZelkovaError.exe ]")) << "the reporter";
-}
-
-// A switcher that ended between showing a desktop and sending its command: the herald that
-// starts it again has the bridge bring the controller's record in step with the screen.
-TEST_F(HeraldTest, ASwitcherThatEndsBeforeItsCommandLeavesNoRecordBehind) {
-    Make(2);
-    SharedState state(s_.os, s_.controller);
-    const std::uint32_t pilot = s_.os.AddOtherProcess(u"DeskPilot.exe", s_.controller);
-    state.Block().companions[PilotSlot(2)] = pilot;
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".1");
-    EXPECT_FALSE(Pump());
-    state.RecordSwitch(2);
-    s_.os.ShowDesktopInOtherProcess(u"desk4");
-    s_.os.EndProcess(pilot);
-    EXPECT_FALSE(Pump());
-    const std::string inStep = "Local\\Zelkova2.InStep." + std::to_string(s_.controller);
-    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess(inStep));
-    EXPECT_EQ(state.Block().inStep, 4);
-    EXPECT_EQ(state.Current(), 4);
-    EXPECT_EQ(state.Previous(), 2);
-    s_.os.EndProcess(s_.os.StartedProcesses().back().processId);
-    EXPECT_FALSE(Pump());
-    EXPECT_FALSE(s_.os.WaitForEventInOtherProcess(inStep)) << "the record is the screen's";
-}
-
-Herald* g_herald = nullptr;
-Lresult ZK_CALLBACK TrayProcedure(Hwnd, std::uint32_t message, Wparam wParam, Lparam) {
-    if (g_herald != nullptr && message == WmHotKey) g_herald->HotKey(static_cast<int>(wParam));
-    return 0;
-}
-
-// Where hotkeys belong to a desktop, a key typed there while the switcher starts again is carried
-// out: the herald holds the hotkeys in the gap and lets them go when the new switcher announces
-// itself. Where the controller holds them for the session, the herald gets none, silently.
-class StandInTest : public HeraldTest, public ::testing::WithParamInterface<sim::HotKeyScope> {};
-
-TEST_P(StandInTest, TheHeraldHoldsTheHotKeysWhileItsSwitcherStartsAgain) {
-    constexpr std::uint32_t kCtrlAlt = 3;
-    const sim::HotKeyScope scope = GetParam();
-    s_.os.SetHotKeyScope(scope);
-    for (const std::uint32_t key : {0x61, 0x62, 0x63, 0x64, 0x08, 0x6B})  // the controller's
-        ASSERT_TRUE(s_.os.HoldHotKeyInOtherProcess(kCtrlAlt, key, Text(u"Default")));
-    const std::size_t others = s_.os.RegisteredHotKeyCount();
-    g_herald = &Make(3);
-    s_.os.ShowDesktopInOtherProcess(u"desk3");
-    (void)s_.os.RegisterClassW(u"Tray", &TrayProcedure, s_.os.GetModuleHandleW());
-    shell_.window =
-        s_.os.CreateWindowExW(0, u"Tray", u"tray", 0, nullptr, s_.os.GetModuleHandleW());
-    SharedState state(s_.os, s_.controller);
-    state.RecordSwitch(3);  // shown, as the record says
-    const auto announce = [&](std::uint32_t pilot) {
-        state.Block().companions[PilotSlot(3)] = pilot;
-        s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".2");
-        EXPECT_FALSE(Pump());
-    };
-    announce(s_.os.AddOtherProcess(u"DeskPilot.exe", s_.controller));
-    s_.os.EndProcess(state.Block().companions[PilotSlot(3)]);
-    EXPECT_FALSE(Pump());
-    const bool perDesktop = scope == sim::HotKeyScope::Desktop;
-    EXPECT_EQ(s_.os.RegisteredHotKeyCount() - others, perDesktop ? 6u : 0u);
-    EXPECT_EQ(state.Block().hotKeysStandIn != 0, perDesktop);
-    if (perDesktop) {
-        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x62));
-        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x6B));
-        EXPECT_FALSE(Pump());
-        EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"SwitchToDesktop2"});
-    }
-    announce(s_.os.StartedProcesses().back().processId);
-    EXPECT_EQ(s_.os.RegisteredHotKeyCount(), others) << "let go for the switcher";
-    EXPECT_EQ(state.Block().hotKeysStandIn, 0u);
-    EXPECT_EQ(s_.Taken(kSignals), perDesktop ? std::vector<std::string>{"ShowPreviewSwitcher3"}
-                                             : std::vector<std::string>{})
-        << "the preview asked for in the gap opens once the switcher is back";
-    EXPECT_EQ(s_.os.FileText(kLog), "") << "nothing to report";
-    g_herald = nullptr;
-}
-INSTANTIATE_TEST_SUITE_P(BothScopes, StandInTest,
-                         ::testing::Values(sim::HotKeyScope::Session, sim::HotKeyScope::Desktop));
-
-// The herald of desktop 1 keeps the bridge running: on Default, as "5" for its own controller.
-TEST_F(HeraldTest, TheBridgeIsStartedAgainForItsOwnController) {
-    Make(1);
-    const std::uint32_t bridge = s_.os.AddOtherProcess(u"DeskHerald.exe", s_.controller);
-    SharedState(s_.os, s_.controller).Block().companions[HeraldSlot(kControllerBlock)] = bridge;
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + "." +
-                                 std::to_string(HeraldSlot(kControllerBlock)));
-    EXPECT_FALSE(Pump());
-    s_.os.EndProcess(bridge);
-    EXPECT_FALSE(Pump());
-    ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
-    const auto& started = s_.os.StartedProcesses()[0];
-    EXPECT_EQ(started.image, testing::kFolder + u"\\DeskHerald.exe");
-    EXPECT_EQ(started.commandLine, u" 5 " + DecimalText(s_.controller));
-    EXPECT_EQ(started.startupInfo.lpDesktop, u"Default");
 }
 
 }  // namespace

@@ -111,13 +111,6 @@ TEST_P(PilotTest, AHotKeyOrASignalShowsItsDesktopAtOnceThenAsksTheController) {
     s_.os.CreateDesktopInOtherProcess(u"desk3");
     Start(2);
     s_.os.ShowDesktopInOtherProcess(u"desk2");
-    if (GetParam() == sim::HotKeyScope::Desktop) {
-        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, 0x63));
-        Pump();
-        EXPECT_EQ(s_.os.InputDesktopName(), u"desk3");
-        EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop3"});
-        s_.os.ShowDesktopInOtherProcess(u"desk2");
-    }
     s_.os.CreateDesktopInOtherProcess(u"desk4");
     shell_.ShowPreview();
     s_.os.journal().Clear();
@@ -174,40 +167,6 @@ TEST_P(PilotTest, AnInputTakenBackToTheDesktopJustLeftGoesToTheTargetAgain) {
         << "too long after the switch";
 }
 
-// The companions' hotkeys: the next desktop and the one before wrap around, and the finder opens
-// on the desktop the system shows. Where hotkeys belong to the session, one switcher holds these
-// for all desktops: it asks the shown desktop's switcher to open the finder, also when the
-// companions' record says another (a command sent straight to the controller).
-TEST_P(PilotTest, NextAndBeforeWrapAndTheFinderOpensWhereTheUserIs) {
-    Start(4);
-    s_.os.ShowDesktopInOtherProcess(u"desk4");
-    SharedState state(s_.os, s_.controller);
-    const auto press = [&](int shown, std::uint32_t key) {
-        state.RecordSwitch(4);
-        s_.os.ShowDesktopInOtherProcess(u"desk" + DecimalText(shown));
-        ASSERT_TRUE(s_.os.PressHotKey(kCtrlAlt, key));
-        Pump();
-    };
-    press(4, 0x27);  // right
-    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop1"});
-    press(4, 0x25);  // left
-    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop3"});
-    press(4, 0x20);  // space
-    EXPECT_EQ(shell_.calls.back(), "finder");
-    if (GetParam() == sim::HotKeyScope::Session) {
-        press(2, 0x20);
-        EXPECT_TRUE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.Finder." +
-                                                     std::to_string(s_.controller) + ".2"));
-        s_.os.SetEventInOtherProcess("Local\\Zelkova2.Finder." + std::to_string(s_.controller) +
-                                     ".4");  // asked by another switcher
-        Pump();
-        EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "finder"), 2);
-    }
-    for (const auto& [id, from, to] :
-         {std::tuple{8, 4, 1}, {8, 1, 2}, {9, 1, 4}, {9, 3, 2}, {1, 3, 0}})
-        EXPECT_EQ(DesktopInOrder(id, from), to) << id << " from " << from;
-}
-
 // The finder's choice on another desktop: that desktop's switcher brings the window to the front
 // once its desktop is shown, restored if it was minimised (SetForegroundWindow, Remarks: a window
 // of the input desktop, by a process given the right).
@@ -232,42 +191,6 @@ TEST_P(PilotTest, TheWindowTheFinderChoseComesToTheFrontOnceItsDesktopIsShown) {
     EXPECT_EQ(s_.os.ForegroundWindow(), notepad);
     EXPECT_FALSE(s_.os.IsIconic(notepad));
     EXPECT_EQ(state.Block().bringForward, 0u);
-}
-
-// On the controller's desktop the command goes to its window, and the switcher notes the switch
-// as the bridge does after the commands it sends.
-TEST_P(PilotTest, OnDesktop1ASwitchGoesStraightToTheControllersWindow) {
-    Start(1);
-    CompanionSession::Commands().clear();
-    s_.Raise("Switcher1SwitchTo3");
-    Pump();
-    EXPECT_EQ(CompanionSession::Commands(),
-              std::vector<std::string>{testing::kSignalPrefix + "SwitchToDesktop3"});
-    EXPECT_TRUE(s_.Taken(kCommands).empty());
-    EXPECT_EQ(SharedState(s_.os, s_.controller).Current(), 3);
-    EXPECT_TRUE(s_.Take("Switcher3Update3"));
-    // At a log-off desktop 1 is shown first, through the controller, which stays in step.
-    pilot_->SessionEnding();
-    EXPECT_EQ(CompanionSession::Commands().back(), testing::kSignalPrefix + "SwitchToDesktop1");
-}
-
-// The system showed this desktop behind the record's back: a key typed here brings the
-// controller in step first, so that "previous" leads to the desktop the user came from.
-TEST_P(PilotTest, PreviousIsTheDesktopShownBeforeHoweverThisOneCameToBeShown) {
-    Start(3);
-    SharedState(s_.os, s_.controller).RecordSwitch(2);  // from 1 to 2
-    pilot_->HotKey(5);                                  // on desktop 3, shown by another program
-    EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop2"});
-    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.InStep." +
-                                                 std::to_string(s_.controller)));
-    EXPECT_EQ(SharedState(s_.os, s_.controller).Block().inStep, 3) << "ahead of the command";
-    EXPECT_FALSE(s_.Take("Switcher3Update3")) << "no banner on the way out";
-    s_.os.ShowDesktopInOtherProcess(u"desk3");
-    pilot_->HotKey(6);
-    s_.Raise("ShowPopupSwitcher3");
-    Pump();
-    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"away", "capture", "show", "show"}))
-        << "no picture while the preview is open: it would show itself";
 }
 
 // A held key switches once, and a second press switches again. The switchers ask the system not
@@ -313,16 +236,6 @@ TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
     EXPECT_TRUE(arrives(true).empty()) << "the repeats after it are repeats";
 }
 
-TEST_P(PilotTest, ReadRegReregistersOnlyTheHotKeysWhoseValuesChanged) {
-    Start(4);
-    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop2Key", 0x78);
-    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop2KeyMod", 6);
-    const int before = s_.os.journal().Count("RegisterHotKey");
-    s_.Raise("ReadRegSwitcher4");
-    Pump();
-    EXPECT_EQ(s_.os.journal().Count("RegisterHotKey"), before + 1) << "Ctrl+Shift+F9, only";
-}
-
 TEST_P(PilotTest, PicturesComeAMomentAfterTheDesktopIsShownAndEveryHalfMinuteWhileItStays) {
     Start(2);
     s_.os.AdvanceTime(Pilot::kMoment);
@@ -342,20 +255,13 @@ TEST_P(PilotTest, PicturesComeAMomentAfterTheDesktopIsShownAndEveryHalfMinuteWhi
         Pump();
     }
     EXPECT_EQ(shell_.calls.size(), 2u) << "none while another desktop is shown";
-}
-
-TEST_P(PilotTest, KeepsTheHeraldOfItsDesktopRunning) {
-    Start(3);
-    const std::uint32_t herald = s_.os.AddOtherProcess(u"DeskHerald.exe", s_.controller);
-    SharedState(s_.os, s_.controller).Block().companions[HeraldSlot(3)] = herald;
-    s_.os.SetEventInOtherProcess(
-        s_.os.WideCharToMultiByte(u"Local\\" + CompanionUpEventName(s_.controller, HeraldSlot(3))));
+    s_.os.ShowDesktopInOtherProcess(u"desk2");
+    pilot_->HotKey(6);
+    s_.Raise("ShowPopupSwitcher2");
     Pump();
-    s_.os.EndProcess(herald);
-    Pump();
-    ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);
-    EXPECT_EQ(s_.os.StartedProcesses()[0].commandLine, u" 3 " + DecimalText(s_.controller));
-    EXPECT_EQ(s_.os.StartedProcesses()[0].startupInfo.lpDesktop, u"desk3");
+    EXPECT_EQ(shell_.calls,
+              (std::vector<std::string>{"capture", "capture", "capture", "show", "show"}))
+        << "one before the preview opens, none while it is open: it would show itself";
 }
 
 TEST_P(PilotTest, TheSwitcherOfDesktop1SaysOnceThatTheHeraldsProgramIsMissing) {

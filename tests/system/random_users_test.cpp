@@ -6,10 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <random>
-#include <sstream>
 #include <utility>
 
 #include "system/user_model.h"
@@ -18,93 +16,132 @@
 namespace zk::testing {
 namespace {
 
-enum class Act {
-    Key,        // value: hotkey id 1 to 5, 8, 9
-    Preview,    // the preview's hotkey, then a digit: value
-    Finder,     // the finder's hotkey, then the title of the window on desktop `value`
-    CtlSwitch,  // zelkovactl switch value
-    CtlFind,    // zelkovactl find (the title of the window on desktop value)
-    Command,    // a switch command straight to the controller's window
-    TrayMenu,   // the shown desktop's tray menu: desktop value
-    TrayWheel,  // the wheel over the shown desktop's tray icon: value 1 next, 0 the one before
-    BehindOurBack,
-    RestartPilot,
-    RestartHerald,
+using StepPlay = std::string (*)(WholeSystem&, UserModel&, int);
+
+std::string Key(WholeSystem& s, int id) {
+    return s.Press(id) ? std::string() : "no program took the key; ";
+}
+std::string Opened(const char* what, int on, const UserModel& user) {
+    return on == user.shown
+               ? std::string()
+               : std::string("the ") + what + " opened on desktop " + std::to_string(on) + "; ";
+}
+
+// Who sees a step: a companion, no one (then the companions learn it when one of them next acts),
+// or it changes nothing shown.
+enum class Seen { ByCompanion, ByNoOne, Nothing };
+
+// A kind of step: its words (the value follows), the values drawn, and what it does to the
+// system and what the user then expects; it returns what went wrong that the desktops cannot show.
+struct Act {
+    const char* words;
+    int low, high;
+    Seen seen;
+    StepPlay play;
 };
 
+const Act kActs[] = {
+    {"key desktop", 1, 4, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) { return u.Show(v), Key(s, v); }},
+    {"key previous", 0, 0, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int) { return u.Previous(), Key(s, 5); }},
+    {"key next", 0, 0, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int) { return u.Next(), Key(s, 8); }},
+    {"key before", 0, 0, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int) { return u.Before(), Key(s, 9); }},
+    {"preview, then", 1, 4, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) {
+         (void)s.Press(6);
+         std::string wrong = Opened("preview", s.PreviewOpenOn(), u);
+         if (wrong.empty()) s.ChooseInPreview(v), u.Show(v);
+         return wrong;
+     }},
+    {"finder, then the window on", 1, 4, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) {
+         (void)s.Press(7);
+         std::string wrong = Opened("finder", s.FinderOpenOn(), u);
+         if (wrong.empty()) s.FindInFinder(v), u.Show(v);
+         return wrong;
+     }},
+    {"zelkovactl switch", 1, 4, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) {
+         (void)s.Ctl({"switch", std::to_string(v)});
+         return u.Show(v), std::string();
+     }},
+    {"zelkovactl find the window on", 1, 4, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) {
+         (void)s.Ctl({"find", WholeSystem::TitleOn(v)});
+         return u.Show(v), std::string();
+     }},
+    {"command straight to the controller", 1, 4, Seen::ByNoOne,
+     [](WholeSystem& s, UserModel& u, int v) {
+         s.CommandToController(v);
+         return u.Show(v), std::string();
+     }},
+    {"tray menu, desktop", 1, 4, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) { return s.TrayMenu(v), u.Show(v), std::string(); }},
+    {"tray wheel, next", 0, 0, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int) { return s.TrayWheel(true), u.Next(), std::string(); }},
+    {"tray wheel, before", 0, 0, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int) {
+         return s.TrayWheel(false), u.Before(), std::string();
+     }},
+    {"the system shows desktop", 1, 4, Seen::ByNoOne,
+     [](WholeSystem& s, UserModel& u, int v) {
+         return s.BehindOurBack(v), u.Show(v), std::string();
+     }},
+    {"this switcher ends (its herald starts it again):", 1, 4, Seen::Nothing,
+     [](WholeSystem& s, UserModel&, int v) { return s.EndPilot(v), std::string(); }},
+    {"this herald ends (its switcher starts it again):", 1, 4, Seen::Nothing,
+     [](WholeSystem& s, UserModel&, int v) { return s.EndHerald(v), std::string(); }},
+    // Its herald holds the hotkeys in the gap, where they belong to a desktop; hotkey 1 to 4,
+    // "previous" (5) or the preview (6), which opens once the switcher is back.
+    {"the switcher of the desktop shown ends, and meanwhile hotkey", 1, 6, Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) {
+         s.EndPilot(u.shown);
+         if (v <= 4) u.Show(v);
+         if (v == 5) u.Previous();
+         std::string wrong = Key(s, v);
+         if (v == 6) s.Settle(), wrong += Opened("preview", s.PreviewOpenOn(), u);
+         return wrong;
+     }},
+    {"the switcher of the desktop shown ends between showing and asking: desktop", 1, 4,
+     Seen::ByCompanion,
+     [](WholeSystem& s, UserModel& u, int v) {
+         const int shown = u.shown;
+         s.BehindOurBack(v);
+         s.EndPilot(shown);
+         return u.Show(v), std::string();
+     }},
+};
+constexpr int kCommand = 8;
+constexpr int kBehindOurBack = 12;
+constexpr int kEndsBetween = 16;  // the system moves first, then a herald tells the controller
+
 struct Step {
-    Act act;
+    int act;
     int value;
 };
 
 std::string Describe(const Step& step) {
-    const int v = step.value;
-    switch (step.act) {
-        case Act::Key:
-            return v <= 4   ? "key desktop " + std::to_string(v)
-                   : v == 5 ? "key previous"
-                   : v == 8 ? "key next"
-                            : "key before";
-        case Act::Preview:
-            return "preview, " + std::to_string(v);
-        case Act::Finder:
-            return "finder, " + WholeSystem::TitleOn(v);
-        case Act::CtlSwitch:
-            return "zelkovactl switch " + std::to_string(v);
-        case Act::CtlFind:
-            return "zelkovactl find " + WholeSystem::TitleOn(v);
-        case Act::Command:
-            return "command SwitchToDesktop" + std::to_string(v);
-        case Act::TrayMenu:
-            return "tray menu, desktop " + std::to_string(v);
-        case Act::TrayWheel:
-            return v != 0 ? "tray wheel, next" : "tray wheel, before";
-        case Act::BehindOurBack:
-            return "the system shows desktop " + std::to_string(v);
-        case Act::RestartPilot:
-            return "switcher " + std::to_string(v) + " starts again";
-        case Act::RestartHerald:
-            return "herald " + std::to_string(v) + " starts again";
-    }
-    return {};
+    const Act& act = kActs[step.act];
+    return act.low == 0 ? act.words : act.words + (" " + std::to_string(step.value));
 }
 
-// Where the session holds the hotkeys, the controller's signal for its PreviousDesk may come from
-// the key of that desktop or from "previous", and a switcher whose desktop is not shown cannot ask
-// the keyboard which (GetAsyncKeyState, Remarks): once the system has moved the user behind
-// Zelkova2's back, it is taken for "previous". The system moving the user is tried where hotkeys
-// belong to a desktop, as under Wine 10.
-Step RandomStep(std::mt19937& random, sim::HotKeyScope scope) {
-    const auto pick = [&](int low, int high) {
-        return std::uniform_int_distribution<int>(low, high)(random);
-    };
-    auto act = static_cast<Act>(pick(0, static_cast<int>(Act::RestartHerald)));
-    if (scope == sim::HotKeyScope::Session && act == Act::BehindOurBack) act = Act::Command;
-    if (act == Act::Key) {
-        constexpr int kIds[] = {1, 2, 3, 4, 5, 5, 8, 9};
-        return {act, kIds[pick(0, 7)]};
-    }
-    if (act == Act::TrayWheel) return {act, pick(0, 1)};
-    return {act, pick(1, 4)};
-}
-
-// The system moving the user is seen by no one, the controller included: the companions learn
-// it when one of them next acts. Such a move next to a command sent straight to the controller or
-// another such move, before any companion acts, cannot be told apart from one move (nor, before
-// the system has been seen to switch, from a system that never does): "previous" then leads to the
-// desktop shown before both, which the user cannot expect; sequences leave them out.
-bool PastTheCompanions(const Step& step) {
-    return step.act == Act::BehindOurBack || step.act == Act::Command;
-}
-bool UnseenThenPast(const Step& first, const Step& then) {
-    return PastTheCompanions(first) && PastTheCompanions(then) &&
-           (first.act == Act::BehindOurBack || then.act == Act::BehindOurBack);
-}
+// The system moving the user is seen by no one, the controller included. Such a move next to a
+// command sent straight to the controller or another such move, before any companion acts, cannot
+// be told apart from one move: "previous" then leads to the desktop shown before both, which the
+// user cannot expect; sequences leave them out.
 bool UnseenTwiceInARow(const std::vector<Step>& steps) {
+    const auto moves = [](const Step& step) {
+        return step.act == kBehindOurBack || step.act == kEndsBetween;
+    };
+    const auto past = [&](const Step& step) { return moves(step) || step.act == kCommand; };
     const Step* last = nullptr;
     for (const Step& step : steps) {
-        if (step.act == Act::RestartPilot || step.act == Act::RestartHerald) continue;
-        if (last != nullptr && UnseenThenPast(*last, step)) return true;
+        if (kActs[step.act].seen == Seen::Nothing) continue;
+        if (last != nullptr && past(*last) && past(step) && (moves(*last) || moves(step)))
+            return true;
         last = &step;
     }
     return false;
@@ -113,99 +150,32 @@ bool UnseenTwiceInARow(const std::vector<Step>& steps) {
 // Plays the steps; the failure of the first step that goes wrong, or nothing.
 std::optional<std::string> Play(sim::HotKeyScope scope, const std::vector<Step>& steps) {
     WholeSystem system(scope);
+    UserModel user;
     // The user's first keys: desktop 2 and back. Until the system has been seen to switch, a move
     // behind Zelkova2's back cannot be told from a system that never switches (Wine 8).
-    UserModel user;
     for (const int desk : {2, 1}) {
         if (!system.Press(desk)) return "the first keys were not taken";
         system.Settle();
         user.Show(desk);
     }
-    // The system moved the user and no companion has acted since: the controller learns it from
-    // the next companion that acts.
-    bool unseen = false;
+    bool unseen = false;  // the controller learns it from the next companion that acts
     for (std::size_t i = 0; i < steps.size(); ++i) {
-        const Step& step = steps[i];
-        const bool wasUnseen = std::exchange(unseen, false);
-        std::string seen;
-        switch (step.act) {
-            case Act::Key:
-                if (!system.Press(step.value)) seen = "no program took the key";
-                if (step.value <= 4) user.Show(step.value);
-                if (step.value == 5) user.Previous();
-                if (step.value == 8) user.Next();
-                if (step.value == 9) user.Before();
-                break;
-            case Act::Preview:
-                (void)system.Press(6);
-                if (system.PreviewOpenOn() != user.shown) {
-                    seen =
-                        "the preview opened on desktop " + std::to_string(system.PreviewOpenOn());
-                    break;
-                }
-                system.ChooseInPreview(step.value);
-                user.Show(step.value);
-                break;
-            case Act::Finder:
-                (void)system.Press(7);
-                if (system.FinderOpenOn() != user.shown) {
-                    seen = "the finder opened on desktop " + std::to_string(system.FinderOpenOn());
-                    break;
-                }
-                system.FindInFinder(step.value);
-                user.Show(step.value);
-                break;
-            case Act::CtlSwitch:
-                (void)system.Ctl({"switch", std::to_string(step.value)});
-                user.Show(step.value);
-                break;
-            case Act::CtlFind:
-                (void)system.Ctl({"find", WholeSystem::TitleOn(step.value)});
-                user.Show(step.value);
-                break;
-            case Act::Command:
-                system.CommandToController(step.value);
-                user.Show(step.value);
-                break;
-            case Act::TrayMenu:
-                system.TrayMenu(step.value);
-                user.Show(step.value);
-                break;
-            case Act::TrayWheel:
-                system.TrayWheel(step.value != 0);
-                if (step.value != 0) {
-                    user.Next();
-                } else {
-                    user.Before();
-                }
-                break;
-            case Act::BehindOurBack:
-                system.BehindOurBack(step.value);
-                user.Show(step.value);
-                unseen = wasUnseen || system.Controller().CurrentDesk != user.shown;
-                break;
-            case Act::RestartPilot:
-                system.RestartPilot(step.value);
-                unseen = wasUnseen;
-                break;
-            case Act::RestartHerald:
-                system.RestartHerald(step.value);
-                unseen = wasUnseen;
-                break;
-        }
+        const Act& act = kActs[steps[i].act];
+        std::string wrong = act.play(system, user, steps[i].value);
+        if (act.seen != Seen::Nothing)
+            unseen =
+                steps[i].act == kBehindOurBack && system.Controller().CurrentDesk != user.shown;
         system.Settle();
         const frmZKRecord& controller = system.Controller();
-        std::ostringstream failure;
-        if (!seen.empty()) failure << seen << "; ";
         if (system.InputDesk() != user.shown)
-            failure << "the system shows desktop " << system.InputDesk() << "; ";
+            wrong += "the system shows desktop " + std::to_string(system.InputDesk()) + "; ";
         if (!unseen && (controller.CurrentDesk != user.shown ||
                         (user.previous != 0 && controller.PreviousDesk != user.previous))) {
-            failure << "the controller has " << controller.CurrentDesk << " shown, "
-                    << controller.PreviousDesk << " before; ";
+            wrong += "the controller has " + std::to_string(controller.CurrentDesk) + " shown, " +
+                     std::to_string(controller.PreviousDesk) + " before; ";
         }
-        if (!failure.str().empty()) {
-            return "step " + std::to_string(i + 1) + " (" + Describe(step) + "): " + failure.str() +
+        if (!wrong.empty()) {
+            return "step " + std::to_string(i + 1) + " (" + Describe(steps[i]) + "): " + wrong +
                    "the user expects " + std::to_string(user.shown) + " shown, " +
                    std::to_string(user.previous) + " before";
         }
@@ -213,8 +183,7 @@ std::optional<std::string> Play(sim::HotKeyScope scope, const std::vector<Step>&
     return std::nullopt;
 }
 
-// The shortest sequence found that still fails: the steps up to the first failure, then each step
-// left out in turn while the rest still fails.
+// The shortest sequence found that still fails: each step left out in turn while the rest fails.
 std::vector<Step> Shrink(sim::HotKeyScope scope, std::vector<Step> steps) {
     for (std::size_t i = 0; i < steps.size();) {
         std::vector<Step> shorter = steps;
@@ -230,27 +199,40 @@ std::vector<Step> Shrink(sim::HotKeyScope scope, std::vector<Step> steps) {
 
 class RandomUsers : public ::testing::TestWithParam<sim::HotKeyScope> {};
 
+// Where the session holds the hotkeys, the system moving the user is not tried: the controller's
+// signal for its PreviousDesk may come from that desktop's key or from "previous", and only a
+// shown desktop sees the keyboard (GetAsyncKeyState, Remarks); Wine 8 never moves the user.
+// ZK_RANDOM_USERS=N plays N sequences (500), ZK_RANDOM_USERS_SEED=S from seed S (1).
 TEST_P(RandomUsers, EveryStepLandsWhereTheUserExpects) {
-    // ZK_RANDOM_USERS asks for more (make soak).
-    const char* more = std::getenv("ZK_RANDOM_USERS");
-    const int sequences = more != nullptr ? std::max(1, std::atoi(more)) : 500;
-    constexpr std::size_t kSteps = 24;
-    for (std::uint32_t seed = 1; seed <= static_cast<std::uint32_t>(sequences); ++seed) {
+    const auto env = [](const char* name, int otherwise) {
+        const char* value = std::getenv(name);
+        return value != nullptr ? std::atoi(value) : otherwise;
+    };
+    const auto first = static_cast<std::uint32_t>(env("ZK_RANDOM_USERS_SEED", 1));
+    const auto count = static_cast<std::uint32_t>(env("ZK_RANDOM_USERS", 500));
+    for (std::uint32_t seed = first; seed < first + count; ++seed) {
         std::mt19937 random(seed);
+        const auto pick = [&](int low, int high) {
+            return std::uniform_int_distribution<int>(low, high)(random);
+        };
         std::vector<Step> steps;
-        while (steps.size() < kSteps) {
-            steps.push_back(RandomStep(random, GetParam()));
+        while (steps.size() < 24) {
+            Step step{pick(0, static_cast<int>(std::size(kActs)) - 1), 0};
+            if (GetParam() == sim::HotKeyScope::Session && step.act == kBehindOurBack)
+                step.act = kCommand;
+            step.value = pick(kActs[step.act].low, kActs[step.act].high);
+            steps.push_back(step);
             if (UnseenTwiceInARow(steps)) steps.pop_back();
         }
-        const auto failure = Play(GetParam(), steps);
-        if (!failure) continue;
-        const std::vector<Step> shortest = Shrink(GetParam(), steps);
-        std::string trace;
-        for (const Step& step : shortest)
-            trace += "\n  " + Describe(step);
-        FAIL() << "seed " << seed << ": " << *failure << "\nshortest failing sequence:" << trace
-               << "\n"
-               << Play(GetParam(), shortest).value_or("");
+        if (const auto failure = Play(GetParam(), steps)) {
+            std::string trace;
+            const std::vector<Step> shortest = Shrink(GetParam(), steps);
+            for (const Step& step : shortest)
+                trace += "\n  " + Describe(step);
+            FAIL() << "seed " << seed << ": " << *failure << "\nshortest failing sequence:" << trace
+                   << "\n"
+                   << Play(GetParam(), shortest).value_or("");
+        }
     }
 }
 

@@ -1,8 +1,8 @@
 #include "system/whole_system.h"
 
 #include <stdexcept>
-#include <utility>
 
+#include "programs/programs.h"
 #include "shared/window_finder.h"
 #include "signals/event_names.h"
 #include "signals/protocol.h"
@@ -25,8 +25,9 @@ Text DeskName(int desk) {
 
 }  // namespace
 
-struct WholeSystem::PilotHost final : companion::Pilot::Shell {
-    explicit PilotHost(int d) : desk(d) {}
+// A switcher or a herald of one desktop, with its window and what its window side does.
+struct WholeSystem::Host final : companion::Pilot::Shell, companion::Herald::Shell {
+    Host(int d, bool p) : desk(d), isPilot(p) {}
     void ShowPreview() override { g_system->previewOn_ = desk; }
     void HidePreview() override {
         if (g_system->previewOn_ == desk) g_system->previewOn_ = 0;
@@ -39,15 +40,6 @@ struct WholeSystem::PilotHost final : companion::Pilot::Shell {
     bool PreviewShown() override { return g_system->previewOn_ == desk; }
     void Capture() override {}
     void ShowFinder() override { g_system->finderOn_ = desk; }
-
-    int desk;
-    Hwnd window = nullptr;
-    std::unique_ptr<companion::Pilot> pilot;
-    bool running = true;
-};
-
-struct WholeSystem::HeraldHost final : companion::Herald::Shell {
-    explicit HeraldHost(int d) : desk(d) {}
     void ShowBanner(const Text&) override {}
     void Arrived() override {}
     void TrayChanged() override {}
@@ -55,32 +47,35 @@ struct WholeSystem::HeraldHost final : companion::Herald::Shell {
     void Tell(const Text&) override {}
     Hwnd HotKeyWindow() override { return window; }
 
+    companion::WaitSet& Set() { return pilot ? pilot->Set() : herald->Set(); }
+    bool Woken(const companion::Wake& wake) {
+        return pilot ? pilot->Woken(wake) : herald->Woken(wake);
+    }
+
     int desk;
+    bool isPilot;
     Hwnd window = nullptr;
+    std::uint32_t process = 0;
+    std::unique_ptr<companion::Pilot> pilot;
     std::unique_ptr<companion::Herald> herald;
     bool running = true;
 };
 
-Lresult ZK_CALLBACK WholeSystem::PilotProcedure(Hwnd window, std::uint32_t message, Wparam wParam,
-                                                Lparam) {
-    for (auto& host : g_system->pilots_) {
-        if (!host || host->window != window || !host->pilot) continue;
-        if (message == WmHotKey) host->pilot->HotKey(static_cast<int>(wParam));
-        if (message == WmTimer) host->pilot->TimerFired(wParam);
+Lresult ZK_CALLBACK WholeSystem::Procedure(Hwnd window, std::uint32_t message, Wparam wParam,
+                                           Lparam) {
+    for (const auto* hosts : {&g_system->pilots_, &g_system->heralds_}) {
+        for (const auto& host : *hosts) {
+            if (!host || host->window != window) continue;
+            const int id = static_cast<int>(wParam);
+            if (message == WmHotKey && host->pilot) host->pilot->HotKey(id);
+            if (message == WmHotKey && host->herald) host->herald->HotKey(id);
+            if (message == WmTimer && host->pilot) host->pilot->TimerFired(wParam);
+        }
     }
     return 0;
 }
 
-Lresult ZK_CALLBACK WholeSystem::HeraldProcedure(Hwnd window, std::uint32_t message, Wparam wParam,
-                                                 Lparam) {
-    for (auto& host : g_system->heralds_) {
-        if (host && host->window == window && host->herald && message == WmHotKey)
-            host->herald->HotKey(static_cast<int>(wParam));
-    }
-    return 0;
-}
-
-WholeSystem::WholeSystem(sim::HotKeyScope scope) : scope_(scope) {
+WholeSystem::WholeSystem(sim::HotKeyScope scope) {
     if (g_system != nullptr) throw std::logic_error("one whole system at a time");
     g_system = this;
     os_.SetModuleFileName(kFolder + u"\\Zelkova2.exe");
@@ -92,17 +87,20 @@ WholeSystem::WholeSystem(sim::HotKeyScope scope) : scope_(scope) {
     controller_ = frmZK::Create(os_);
     controller_->Form_Load();
     controllerProcess_.emplace(os_, os_.GetCurrentProcessId());
-    (void)os_.RegisterClassW(u"Pilot", &PilotProcedure, os_.GetModuleHandleW());
-    (void)os_.RegisterClassW(u"Herald", &HeraldProcedure, os_.GetModuleHandleW());
+    state_.emplace(os_, os_.GetCurrentProcessId());
+    (void)os_.RegisterClassW(u"Companion", &Procedure, os_.GetModuleHandleW());
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
-        StartPilot(desk);
-        StartHerald(desk);
-        userWindows_[static_cast<std::size_t>(desk - 1)] = os_.CreateWindowInOtherProcess(
-            TextFromUtf8(TitleOn(desk)), nullptr, sim::kOtherProcessId, DeskName(desk), WsVisible);
+        pilots_[Index(desk)] = std::make_unique<Host>(desk, true);
+        heralds_[Index(desk)] = std::make_unique<Host>(desk, false);
+        Start(*pilots_[Index(desk)]);
+        Start(*heralds_[Index(desk)]);
+        (void)os_.CreateWindowInOtherProcess(TextFromUtf8(TitleOn(desk)), nullptr,
+                                             sim::kOtherProcessId, DeskName(desk), WsVisible);
     }
     ActOn(1);
     bridge_ = std::make_unique<companion::Bridge>(os_, *controllerProcess_);
     os_.session().othersRun = [this] { RunUntilQuiet(); };
+    startsSeen_ = os_.StartedProcesses().size();  // the controller's own starts
     Settle();
 }
 
@@ -119,31 +117,49 @@ void WholeSystem::ActOn(int desk) {
     os_.ActOnDesktop(DeskName(desk));
 }
 
-void WholeSystem::StartPilot(int desk) {
-    auto& host = pilots_[static_cast<std::size_t>(desk - 1)];
-    ActOn(desk);
-    if (!host) {
-        host = std::make_unique<PilotHost>(desk);
-        host->window =
-            os_.CreateWindowExW(0, u"Pilot", u"pilot", 0, nullptr, os_.GetModuleHandleW());
+// The program runs on the one simulated thread, on its desktop, with the window it had; its slot
+// names a process of its own, which its neighbour watches.
+void WholeSystem::Start(Host& host, std::uint32_t process) {
+    ActOn(host.desk);
+    if (host.window == nullptr) {
+        host.window = os_.CreateWindowExW(0, u"Companion", u"", 0, nullptr, os_.GetModuleHandleW());
     }
-    host->pilot.reset();
-    host->pilot =
-        std::make_unique<companion::Pilot>(os_, desk, *controllerProcess_, host->window, *host);
-    host->running = true;
+    const Program program = host.isPilot ? Program::Pilot : Program::Herald;
+    if (host.isPilot) {
+        host.pilot = std::make_unique<companion::Pilot>(os_, host.desk, *controllerProcess_,
+                                                        host.window, host);
+    } else {
+        host.herald =
+            std::make_unique<companion::Herald>(os_, host.desk, *controllerProcess_, host);
+    }
+    host.running = true;
+    host.process = process != 0
+                       ? process
+                       : os_.AddOtherProcess(ProgramFileName(program), os_.GetCurrentProcessId());
+    const int slot = host.isPilot ? PilotSlot(host.desk) : HeraldSlot(host.desk);
+    state_->Block().companions[slot] = host.process;
+    os_.SetEventInOtherProcess(os_.WideCharToMultiByte(
+        u"Local\\" + CompanionUpEventName(os_.GetCurrentProcessId(), slot)));
 }
 
-void WholeSystem::StartHerald(int desk) {
-    auto& host = heralds_[static_cast<std::size_t>(desk - 1)];
-    ActOn(desk);
-    if (!host) {
-        host = std::make_unique<HeraldHost>(desk);
-        host->window =
-            os_.CreateWindowExW(0, u"Herald", u"herald", 0, nullptr, os_.GetModuleHandleW());
+void WholeSystem::End(Host& host) {
+    host.pilot.reset();  // the system takes back what the process held: its hotkeys
+    host.herald.reset();
+    host.running = false;
+    os_.EndProcess(host.process);
+    RunUntilQuiet();
+}
+
+void WholeSystem::StartAskedFor() {
+    const auto& started = os_.StartedProcesses();
+    for (; startsSeen_ < started.size(); ++startsSeen_) {
+        const auto& start = started[startsSeen_];
+        const bool pilot = start.image.ends_with(ProgramFileName(Program::Pilot));
+        const int desk = start.commandLine.size() > 1 ? start.commandLine[1] - u'0' : 0;
+        if (!IsDesktopNumber(desk)) continue;  // the bridge is not ended here
+        Host& host = pilot ? *pilots_[Index(desk)] : *heralds_[Index(desk)];
+        if (!host.running) Start(host, start.processId);
     }
-    host->herald.reset();
-    host->herald = std::make_unique<companion::Herald>(os_, desk, *controllerProcess_, *host);
-    host->running = true;
 }
 
 // One round: the thread's messages, then each program's wait, as its own loop would take them.
@@ -153,10 +169,10 @@ bool WholeSystem::RunOnce() {
     while (os_.PeekMessageW(message)) {
         busy = true;
         int desk = 1;
-        for (const auto& host : pilots_)
-            if (host && host->window == message.hwnd) desk = host->desk;
-        for (const auto& host : heralds_)
-            if (host && host->window == message.hwnd) desk = host->desk;
+        for (const auto* hosts : {&pilots_, &heralds_}) {
+            for (const auto& host : *hosts)
+                if (host->window == message.hwnd) desk = host->desk;
+        }
         ActOn(desk);
         (void)os_.DispatchMessageW(message);
     }
@@ -168,17 +184,12 @@ bool WholeSystem::RunOnce() {
         busy = true;
         return static_cast<bool>(woken(set.At(result - WaitObject0)));
     };
-    for (auto& host : pilots_) {
-        if (!host->running) continue;
-        ActOn(host->desk);
-        host->running =
-            wake(host->pilot->Set(), [&](companion::Wake w) { return host->pilot->Woken(w); });
-    }
-    for (auto& host : heralds_) {
-        if (!host->running) continue;
-        ActOn(host->desk);
-        host->running =
-            wake(host->herald->Set(), [&](companion::Wake w) { return host->herald->Woken(w); });
+    for (const auto* hosts : {&pilots_, &heralds_}) {
+        for (const auto& host : *hosts) {
+            if (!host->running) continue;
+            ActOn(host->desk);
+            host->running = wake(host->Set(), [&](companion::Wake w) { return host->Woken(w); });
+        }
     }
     if (bridgeRunning_) {
         ActOn(1);
@@ -203,13 +214,13 @@ void WholeSystem::Settle() {
     RunUntilQuiet();
     for (const std::uint64_t step : {20, 80, 300, 600}) {
         os_.AdvanceTime(step);
+        StartAskedFor();
         RunUntilQuiet();
     }
 }
 
 bool WholeSystem::Press(int id) {
     ActOn(InputDesk());
-    // Held as a hand holds it: the programs run while the keys are down.
     const bool taken = os_.HoldHotKey(kCtrlAlt, kKeys.at(static_cast<std::size_t>(id)));
     RunUntilQuiet();
     os_.ReleaseKeys();
@@ -218,34 +229,29 @@ bool WholeSystem::Press(int id) {
 
 void WholeSystem::ChooseInPreview(int desk) {
     const int on = previewOn_;
-    if (on == 0) return;
     ActOn(on);
-    pilots_[static_cast<std::size_t>(on - 1)]->pilot->RequestSwitch(desk);
+    pilots_[Index(on)]->pilot->RequestSwitch(desk);
 }
 
 void WholeSystem::FindInFinder(int desk) {
     const int on = finderOn_;
-    if (on == 0) return;
     ActOn(on);
     companion::WindowFinder finder(companion::AllUserWindows(os_));
     finder.SetQuery(TextFromUtf8(TitleOn(desk)));
-    if (const companion::FoundWindow* found = finder.ChosenWindow()) {
-        finderOn_ = 0;  // Enter closes it
-        pilots_[static_cast<std::size_t>(on - 1)]->pilot->ShowFound(*found);
-    }
+    finderOn_ = 0;  // Enter closes it
+    pilots_[Index(on)]->pilot->ShowFound(*finder.ChosenWindow());
 }
 
 void WholeSystem::TrayMenu(int desk) {
     const int shown = InputDesk();
     ActOn(shown);
-    heralds_[static_cast<std::size_t>(shown - 1)]->herald->Command(
-        static_cast<companion::TrayCommand>(desk));
+    heralds_[Index(shown)]->herald->Command(static_cast<companion::TrayCommand>(desk));
 }
 
 void WholeSystem::TrayWheel(bool next) {
     const int shown = InputDesk();
     ActOn(shown);
-    heralds_[static_cast<std::size_t>(shown - 1)]->herald->ShowInOrder(next);
+    heralds_[Index(shown)]->herald->ShowInOrder(next);
 }
 
 int WholeSystem::Ctl(const std::vector<std::string>& args) {
@@ -257,21 +263,13 @@ int WholeSystem::Ctl(const std::vector<std::string>& args) {
 void WholeSystem::CommandToController(int desk) {
     EventNames names;
     names.InitEventNames();
-    const Ansi text =
-        os_.WideCharToMultiByte(names.EventName(SwitchCommand(static_cast<std::int16_t>(desk))));
-    (void)os_.SendCopyData(controller_->hWnd(), text);
+    (void)os_.SendCopyData(
+        controller_->hWnd(),
+        os_.WideCharToMultiByte(names.EventName(SwitchCommand(static_cast<std::int16_t>(desk)))));
 }
 
 void WholeSystem::BehindOurBack(int desk) {
     os_.ShowDesktopInOtherProcess(DeskName(desk));
-}
-
-void WholeSystem::RestartPilot(int desk) {
-    StartPilot(desk);
-}
-
-void WholeSystem::RestartHerald(int desk) {
-    StartHerald(desk);
 }
 
 int WholeSystem::InputDesk() {

@@ -27,27 +27,28 @@ class WholeSystem {
     WholeSystem& operator=(const WholeSystem&) = delete;
 
     // ----- what the user does
-    // Types the default combination of hotkey `id`; false when no program took it.
+    // Types the default combination of hotkey `id`, held while the programs run; false when no
+    // program took it.
     bool Press(int id);
     // The desktop whose preview or finder is open; 0 when none is.
     [[nodiscard]] int PreviewOpenOn() const { return previewOn_; }
     [[nodiscard]] int FinderOpenOn() const { return finderOn_; }
-    // A digit typed into the open preview.
+    // A digit typed into the open preview; the title of the user's window on `desk` typed into the
+    // open finder, then Enter.
     void ChooseInPreview(int desk);
-    // The title of the user's window on `desk`, typed into the open finder, then Enter.
     void FindInFinder(int desk);
     // A click in the menu of the tray icon of the desktop shown, or the wheel turned over it.
     void TrayMenu(int desk);
     void TrayWheel(bool next);
     // zelkovactl, typed in a console on the desktop shown.
     int Ctl(const std::vector<std::string>& args);
-    // Another program sends the controller's window a switch command.
+    // Another program sends the controller's window a switch command, or shows a desktop itself.
     void CommandToController(int desk);
-    // The system shows another desktop by itself (another program's SwitchDesktop).
     void BehindOurBack(int desk);
-    // The switcher or the herald of a desktop ends and starts again.
-    void RestartPilot(int desk);
-    void RestartHerald(int desk);
+    // The switcher or the herald of a desktop ends, as the Task Manager ends it; its neighbour
+    // starts it again, which the session does at the next moment of Settle.
+    void EndPilot(int desk) { End(*pilots_[Index(desk)]); }
+    void EndHerald(int desk) { End(*heralds_[Index(desk)]); }
     // A moment at a hand's pace: everything runs, and a second passes.
     void Settle();
 
@@ -57,30 +58,30 @@ class WholeSystem {
     [[nodiscard]] static std::string TitleOn(int desk);
 
   private:
-    struct PilotHost;
-    struct HeraldHost;
-    friend struct PilotHost;
-    friend struct HeraldHost;
-    static Lresult ZK_CALLBACK PilotProcedure(Hwnd, std::uint32_t, Wparam, Lparam);
-    static Lresult ZK_CALLBACK HeraldProcedure(Hwnd, std::uint32_t, Wparam, Lparam);
+    struct Host;
+    static Lresult ZK_CALLBACK Procedure(Hwnd, std::uint32_t, Wparam, Lparam);
+    static std::size_t Index(int desk) { return static_cast<std::size_t>(desk - 1); }
 
-    void StartPilot(int desk);
-    void StartHerald(int desk);
+    // Starts the program as process `process` (0: a new one) and announces it in its slot.
+    void Start(Host& host, std::uint32_t process = 0);
+    void End(Host& host);
+    // Starts the programs that a neighbour asked the system to start again.
+    void StartAskedFor();
     // Runs every program until nothing is left to do at this moment.
     void RunUntilQuiet();
     bool RunOnce();
     void ActOn(int desk);
 
     sim::SimOs os_;
-    sim::HotKeyScope scope_;
     std::optional<ProcessContext> context_;
     std::shared_ptr<frmZK> controller_;
     std::optional<companion::ControllerProcess> controllerProcess_;
-    std::array<std::unique_ptr<PilotHost>, 4> pilots_;
-    std::array<std::unique_ptr<HeraldHost>, 4> heralds_;
+    std::array<std::unique_ptr<Host>, 4> pilots_;
+    std::array<std::unique_ptr<Host>, 4> heralds_;
     std::unique_ptr<companion::Bridge> bridge_;
+    std::optional<SharedState> state_;
+    std::size_t startsSeen_ = 0;
     bool bridgeRunning_ = true;
-    std::array<Hwnd, 4> userWindows_{};
     int previewOn_ = 0;
     int finderOn_ = 0;
     int running_ = 0;  // RunUntilQuiet's depth
