@@ -1,12 +1,10 @@
 #pragma once
 // DeskHerald 5, the bridge, beside the controller on desktop 1. Window messages do not cross
 // desktops but named events do: it turns each signal of the controller's block into the
-// WM_COPYDATA command of the same name for its own controller. It keeps the controller's record
-// of the desktop shown and the one before it where every companion can read them, brings the
-// controller's record in step with the system when a companion asks it to (ahead of the commands
-// that follow), tells a desktop's herald and
-// switcher when their desktop is shown, and tells the switchers to read their hotkeys again
-// after a reload. It keeps the herald of desktop 1 running, as that one keeps the bridge.
+// WM_COPYDATA command of the same name for its own controller. It brings the controller's record
+// in step with the system when a companion asks it to (ahead of the commands that follow), tells a
+// desktop's herald and switcher when their desktop is shown, and tells the switchers to read
+// their hotkeys again after a reload. It keeps the herald of desktop 1 running, as that one keeps the bridge.
 
 #include <optional>
 
@@ -32,7 +30,6 @@ class Bridge {
     bool Command(std::int16_t index);
     bool Woken(const Wake& wake);
 
-    [[nodiscard]] SharedState& State() { return state_; }
     [[nodiscard]] WaitSet& Set() { return set_; }
 
   private:

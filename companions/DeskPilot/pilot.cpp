@@ -158,12 +158,14 @@ bool Pilot::Woken(const Wake& wake) {
         case kBringForward:
             (void)BringForwardIfAsked(os_, state_, desk_, shown_.Now());
             return true;
-        case kShown:
-            if (shown_.Now() == desk_) shell_.HidePutAway();
-            (void)BringForwardIfAsked(os_, state_, desk_, shown_.Now());
+        case kShown: {
+            const int shown = shown_.Now();
+            if (shown == desk_) shell_.HidePutAway();
+            (void)BringForwardIfAsked(os_, state_, desk_, shown);
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
             return true;
+        }
         case kWhichKey:
             AnswerKeyQuestion();
             return true;

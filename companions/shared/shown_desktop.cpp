@@ -33,9 +33,6 @@ int ShownDesktop::InStep(Signals& signals, const std::function<bool(int desk)>& 
 
 void ShownDesktop::BringInStep(int desk, Signals& signals,
                                const std::function<bool(int desk)>& sendNow) {
-    // Learnt once, as the first desktop shown by a key or a click is: the system is not asked on
-    // the way of every switch.
-    if (!SystemSwitches()) (void)SystemShows();
     if (!IsDesktopNumber(desk) || desk == state_.Current()) return;
     state_.RecordSwitch(desk);
     if (sendNow && sendNow(desk)) return;

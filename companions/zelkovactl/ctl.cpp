@@ -449,11 +449,9 @@ int Ctl::Status(const Args&) {
     std::string list;
     for (const Text& name : os_.EnumDesktopsW()) {
         std::string entry = Utf8Text(name);
-        for (int desk = 1; desk <= kDesktopCount; ++desk) {
-            if (name == kDesktopNames[desk - 1]) {
-                entry += " (" + std::to_string(desk) + ": " +
-                         Utf8Text(companion::DesktopName(registry_, desk)) + ")";
-            }
+        if (const int desk = companion::DesktopNumberOf(name)) {
+            entry += " (" + std::to_string(desk) + ": " +
+                     Utf8Text(companion::DesktopName(registry_, desk)) + ")";
         }
         list += (list.empty() ? "" : ", ") + entry;
     }

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "programs/programs.h"
+#include "shared/shown_desktop.h"
 #include "shared/window_finder.h"
 #include "signals/event_names.h"
 #include "signals/protocol.h"
@@ -273,11 +274,7 @@ void WholeSystem::BehindOurBack(int desk) {
 }
 
 int WholeSystem::InputDesk() {
-    const Text input = os_.InputDesktopName();
-    for (int desk = 1; desk <= kDesktopCount; ++desk) {
-        if (sim::SameName(input, DeskName(desk))) return desk;
-    }
-    return 0;
+    return companion::DesktopNumberOf(os_.InputDesktopName());
 }
 
 }  // namespace zk::testing
