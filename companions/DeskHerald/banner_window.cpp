@@ -1,6 +1,7 @@
 #include "DeskHerald/banner_window.h"
 
 #include "platform/win32/wide_text.h"
+#include "resident/switch_guard.h"
 #include "window/appearance.h"
 #include "window/monitor.h"
 
@@ -9,14 +10,18 @@ using zk::win32::W;
 namespace zk::companion {
 namespace {
 
-constexpr UINT_PTR kHideTimer = 1;
+constexpr UINT_PTR kHideTimer = 1, kLookTimer = 2;
 constexpr UINT kShownFor = 1000;
 constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242);
 
 }  // namespace
 
-BannerWindow::BannerWindow(int desk, std::function<bool()> desktopShown)
-    : desk_(desk), desktopShown_(std::move(desktopShown)) {
+BannerWindow::BannerWindow(int desk, std::function<bool()> desktopShown, std::function<bool()> gone,
+                           std::function<bool()> look)
+    : desk_(desk),
+      desktopShown_(std::move(desktopShown)),
+      gone_(std::move(gone)),
+      look_(std::move(look)) {
     CreateWindowOf(kBannerClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE,
                    L"Zelkova2 banner", WS_POPUP, RECT{0, 0, 1, 1});
 }
@@ -42,11 +47,16 @@ void BannerWindow::Show(const Text& name) {
 LRESULT BannerWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_TIMER:
+            if (wParam == kLookTimer) {
+                if (!look_()) ::KillTimer(Window(), kLookTimer);
+                return 0;
+            }
             // Where desktops switch, a window hidden on a desktop that is not shown takes the
             // input there under Wine 10: the banner waits until its desktop is shown again.
             if (shownOnInput_ && !desktopShown_()) return 0;
             ::KillTimer(Window(), kHideTimer);
             ::ShowWindow(Window(), SW_HIDE);
+            if (gone_()) ::SetTimer(Window(), kLookTimer, SwitchGuard::kLookEvery, nullptr);
             return 0;
         case WM_MOUSEACTIVATE:
             return MA_NOACTIVATE;

@@ -14,8 +14,10 @@ inline constexpr wchar_t kBannerClass[] = L"Zelkova2Banner";
 
 class BannerWindow final : public WindowBase<BannerWindow> {
   public:
-    // `desktopShown` says whether the banner's desktop is the one shown now.
-    BannerWindow(int desk, std::function<bool()> desktopShown);
+    // `desktopShown` says whether the banner's desktop is the one shown now; `gone`, called when
+    // the banner has gone away, whether to call `look` every moment after, until it says no.
+    BannerWindow(int desk, std::function<bool()> desktopShown, std::function<bool()> gone,
+                 std::function<bool()> look);
     void Show(const Text& name);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -23,7 +25,7 @@ class BannerWindow final : public WindowBase<BannerWindow> {
     void Paint();
 
     int desk_;
-    std::function<bool()> desktopShown_;
+    std::function<bool()> desktopShown_, gone_, look_;
     bool shownOnInput_ = false;
     Text text_;
     UniqueFont font_;

@@ -4,7 +4,8 @@
 // WM_COPYDATA command of the same name for its own controller. It brings the controller's record
 // in step with the system when a companion asks it to (ahead of the commands that follow), tells a
 // desktop's herald and switcher when their desktop is shown, and tells the switchers to read
-// their hotkeys again after a reload. It keeps the herald of desktop 1 running, as that one keeps the bridge.
+// their hotkeys again after a reload. It keeps the herald of desktop 1 running, as that one keeps
+// the bridge.
 
 #include <optional>
 

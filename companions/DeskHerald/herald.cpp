@@ -21,6 +21,8 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       signals_(os, os),
       state_(os, controller.Id()),
       shown_(os, state_),
+      shower_(os),
+      guard_(os, shower_, state_, shown_),
       settings_(os),
       standIn_(os, registry_, signals_, state_, desk) {
     const auto n = static_cast<std::int16_t>(desk);

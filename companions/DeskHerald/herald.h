@@ -9,7 +9,9 @@
 
 #include "DeskHerald/tray_menu.h"
 #include "resident/controller_process.h"
+#include "resident/desktop_shower.h"
 #include "resident/hotkey_stand_in.h"
+#include "resident/switch_guard.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
 #include "settings/registry.h"
@@ -57,6 +59,10 @@ class Herald {
     void ShowInOrder(bool next);
     // A hotkey pressed while the herald holds them for its switcher.
     void HotKey(int id) { standIn_.HotKey(id); }
+    // The banner went away: whether to look, every SwitchGuard::kLookEvery, that the input stays
+    // here (LookAfterBanner: whether to go on looking).
+    [[nodiscard]] bool BannerGone() { return guard_.Watch(desk_); }
+    [[nodiscard]] bool LookAfterBanner() { return guard_.Look(); }
 
     [[nodiscard]] int Desk() const { return desk_; }
     [[nodiscard]] WaitSet& Set() { return set_; }
@@ -76,6 +82,8 @@ class Herald {
     Signals signals_;
     SharedState state_;
     ShownDesktop shown_;
+    DesktopShower shower_;
+    SwitchGuard guard_;
     SettingsWatch settings_;
     HotKeyStandIn standIn_;
     WaitSet set_;

@@ -22,7 +22,10 @@ namespace {
 class HeraldShell final : public Herald::Shell {
   public:
     explicit HeraldShell(int desk)
-        : banner_(desk, [this] { return herald_ == nullptr || herald_->DesktopShown(); }),
+        : banner_(
+              desk, [this] { return herald_ == nullptr || herald_->DesktopShown(); },
+              [this] { return herald_ != nullptr && herald_->BannerGone(); },
+              [this] { return herald_ != nullptr && herald_->LookAfterBanner(); }),
           tray_(desk) {}
     void Attach(Herald& herald) {
         herald_ = &herald;

@@ -27,7 +27,7 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
       hotkeys_(os, os, registry_, nullptr, fields_, window, ModNoRepeat),
       companionHotKeys_(os, registry_, window),
       keyRepeat_(os, os, state_),
-      guard_(os, ownDesktop_, shower_, state_, shown_) {
+      guard_(os, shower_, state_, shown_) {
     const auto n = static_cast<std::int16_t>(desk);
     for (std::int16_t target = 1; target <= kDesktopCount; ++target) {
         if (const Handle e = signals_.Event(SwitcherSignal(KindSwitchTo, n, target))) {

@@ -4,9 +4,9 @@
 
 namespace zk::companion {
 
-SwitchGuard::SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower,
-                         SharedState& state, ShownDesktop& shown)
-    : clock_(clock), own_(own), shower_(shower), state_(state), shown_(shown) {}
+SwitchGuard::SwitchGuard(KernelApi& clock, DesktopShower& shower, SharedState& state,
+                         ShownDesktop& shown)
+    : clock_(clock), shower_(shower), state_(state), shown_(shown) {}
 
 bool SwitchGuard::Watch(int target) {
     target_ = 0;
@@ -28,7 +28,7 @@ bool SwitchGuard::Look() {
         target_ = 0;
         return false;
     }
-    if (!own_.Shown()) return true;
+    if (const int shown = shown_.SystemShows(); shown == target_ || shown == 0) return true;
     (void)shower_.Show(target_);
     target_ = 0;
     return false;

@@ -1,14 +1,15 @@
 #pragma once
 // Under Wine 10 the input desktop follows the X focus, and a focus notice about the desktop just
-// left can come after the switch (late, on a busy machine) and take the user back there. Windows
-// moves the input desktop only on SwitchDesktop. A switcher whose switch took effect therefore
-// watches for a moment: when the input comes back to its desktop while the record still says the
-// target and no key has arrived since, it shows the target again.
+// left can come after the switch (late, on a busy machine) and take the user back there; so can
+// the end of a window on the desktop shown (the banner going away, after a window of the desktop
+// left had the focus). Windows moves the input desktop only on SwitchDesktop. A switcher whose
+// switch took effect, and a herald whose banner went away, therefore watch for a moment: when the
+// input goes elsewhere while the record still says the target and no key has arrived since, the
+// target is shown again.
 
 #include <cstdint>
 
 #include "resident/desktop_shower.h"
-#include "resident/own_desktop.h"
 #include "shared/shown_desktop.h"
 #include "signals/shared_state.h"
 
@@ -20,18 +21,16 @@ class SwitchGuard {
     static constexpr std::uint32_t kLookEvery = 50;
     static constexpr std::uint64_t kWatchFor = 300;
 
-    SwitchGuard(KernelApi& clock, OwnDesktop& own, DesktopShower& shower, SharedState& state,
-                ShownDesktop& shown);
+    SwitchGuard(KernelApi& clock, DesktopShower& shower, SharedState& state, ShownDesktop& shown);
 
-    // After this desktop's switcher showed `target`: whether to watch, which it does only where
-    // the switch took effect (where the system does not switch desktops, nothing comes back).
+    // After `target` was shown: whether to watch, which it does only where the system switches
+    // desktops (where it does not, nothing comes back).
     [[nodiscard]] bool Watch(int target);
     // Looks once; whether to go on watching.
     [[nodiscard]] bool Look();
 
   private:
     KernelApi& clock_;
-    OwnDesktop& own_;
     DesktopShower& shower_;
     SharedState& state_;
     ShownDesktop& shown_;

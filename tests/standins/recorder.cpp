@@ -18,7 +18,8 @@
 //                                   log-off, whether the session may end (WM_QUERYENDSESSION),
 //                                   and prints each window that says no or does not answer;
 //   ZK_WINDOW="title"               shows a window with that title, minimised, and waits up to
-//                                   ZK_FOREGROUND_WAIT_MS for it to be restored in front.
+//                                   ZK_FOREGROUND_WAIT_MS for it to be restored in front
+//                                   (ZK_WINDOW_STAYS=1: stays that long whatever happens).
 // Its exit code adds 1 when it holds the hotkey, 2 when the hotkey came, 4 when it could type
 // (the keys went down on its desktop), 8 when every window it asked said yes, 16 when its window
 // came to the front, 32 when the wheel turned.
@@ -154,14 +155,17 @@ bool CameToTheFront(const std::wstring& title, DWORD within) {
                           nullptr, nullptr, wc.hInstance, nullptr);
     ::ShowWindow(window, SW_SHOWMINNOACTIVE);
     const DWORD until = ::GetTickCount() + within;
+    const bool stay = !Env(L"ZK_WINDOW_STAYS").empty();
+    bool came = false;
     MSG message;
     while (static_cast<LONG>(until - ::GetTickCount()) > 0) {
         while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
             ::DispatchMessageW(&message);
-        if (::GetForegroundWindow() == window && !::IsIconic(window)) return true;
+        came = came || (::GetForegroundWindow() == window && !::IsIconic(window));
+        if (came && !stay) return true;
         ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
     }
-    return false;
+    return came;
 }
 
 bool HotKeyCame(DWORD within) {
