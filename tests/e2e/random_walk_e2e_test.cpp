@@ -11,7 +11,6 @@
 #include <string>
 
 #include "e2e/system_test.h"
-#include "support/recorder_file.h"
 #include "system/user_model.h"
 
 namespace zk::e2e {
@@ -36,13 +35,9 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
     std::printf("a random walk of %u steps from seed %u\n", steps, seed);
     ASSERT_TRUE(Start());
     // A window of the user's on desktop 3, for the finder and for find.
-    ::SetEnvironmentVariableW(L"ZK_WINDOW", kTitle);
-    ::SetEnvironmentVariableW(L"ZK_WINDOW_STAYS", L"1");
-    ::SetEnvironmentVariableW(L"ZK_FOREGROUND_WAIT_MS", L"600000");
-    const Text recorder = support::RecorderPath();
-    support::Running figures(std::wstring(recorder.begin(), recorder.end()), L"desk3");
-    for (const wchar_t* name : {L"ZK_WINDOW", L"ZK_WINDOW_STAYS", L"ZK_FOREGROUND_WAIT_MS"})
-        ::SetEnvironmentVariableW(name, nullptr);
+    const auto figures = support::StartStandIn(L"desk3", {{L"ZK_WINDOW", kTitle},
+                                                          {L"ZK_WINDOW_STAYS", L"1"},
+                                                          {L"ZK_FOREGROUND_WAIT_MS", L"600000"}});
     ASSERT_TRUE(Within(10000, [] { return support::WindowOn(L"desk3", L"ZkStandInWindow"); }));
     ::Sleep(500);  // its window took the input to desktop 3
     ShowDefault();
@@ -57,43 +52,36 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
     for (unsigned step = 1; step <= steps; ++step) {
         const int from = user.shown;
         const int desk = pick(1, 4);
+        const auto key = [&](WORD vk) { return Type(from, {VK_CONTROL, VK_MENU, vk}); };
         std::string what;
+        bool typed = true;
         switch (pick(0, 7)) {
             case 0:
                 what = "key desktop " + std::to_string(desk);
-                ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, kNumPad[desk]})) << walked;
+                typed = key(kNumPad[desk]);
                 user.Show(desk);
                 break;
             case 1:
                 what = "key previous";
-                ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, VK_BACK})) << walked;
+                typed = key(VK_BACK);
                 user.Previous();
                 break;
             case 2:
                 what = desk % 2 == 0 ? "key next" : "key before";
-                ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU,
-                                        static_cast<WORD>(desk % 2 == 0 ? VK_RIGHT : VK_LEFT)}))
-                    << walked;
-                if (desk % 2 == 0) {
-                    user.Next();
-                } else {
-                    user.Before();
-                }
+                typed = key(desk % 2 == 0 ? VK_RIGHT : VK_LEFT);
+                desk % 2 == 0 ? user.Next() : user.Before();
                 break;
             case 3:
                 what = "preview, " + std::to_string(desk);
-                ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, VK_ADD})) << walked;
-                ASSERT_TRUE(TypeInto(from, L"Zelkova2Preview", {static_cast<WORD>('0' + desk)}))
-                    << walked << what;
+                typed = key(VK_ADD) &&
+                        TypeInto(from, L"Zelkova2Preview", {static_cast<WORD>('0' + desk)});
                 user.Show(desk);
                 break;
             case 4:
                 what = "finder, QUAR";
-                ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, VK_SPACE})) << walked;
-                ASSERT_TRUE(TypeInto(from, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'}))
-                    << walked << what;
+                typed = key(VK_SPACE) && TypeInto(from, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'});
                 ::Sleep(150);
-                ASSERT_TRUE(TypeInto(from, L"Zelkova2Finder", {VK_RETURN})) << walked << what;
+                typed = typed && TypeInto(from, L"Zelkova2Finder", {VK_RETURN});
                 user.Show(3);
                 break;
             case 5:
@@ -119,6 +107,7 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
         walked += "\n  " + what;
         const std::string where =
             "seed " + std::to_string(seed) + ", step " + std::to_string(step) + ":" + walked;
+        ASSERT_TRUE(typed) << where;
         ASSERT_TRUE(Shown(user.shown)) << where;
         // The next step once the banner (where one greets the user) has gone, and a beat after,
         // as a hand's pace gives it: under Wine 10 the banner's going can take the input to

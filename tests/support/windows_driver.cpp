@@ -37,6 +37,44 @@ std::wstring ProgramFolder() {
 // arrival sooner than the keyboard's repeat interval for a repeat).
 constexpr DWORD kHandBeat = 150;
 
+namespace {
+
+// Sets the stand-in's settings for as long as it lives.
+class Settings {
+  public:
+    explicit Settings(StandInSettings settings) {
+        for (const auto& [name, value] : settings) {
+            if (value.empty()) continue;
+            ::SetEnvironmentVariableW(name, value.c_str());
+            names_.push_back(name);
+        }
+    }
+    ~Settings() {
+        for (const wchar_t* name : names_)
+            ::SetEnvironmentVariableW(name, nullptr);
+    }
+
+  private:
+    std::vector<const wchar_t*> names_;
+};
+
+std::wstring StandIn() {
+    const Text recorder = RecorderPath();
+    return std::wstring(recorder.begin(), recorder.end());
+}
+
+}  // namespace
+
+RunResult RunStandIn(const wchar_t* desktop, StandInSettings settings) {
+    const Settings set(settings);
+    return RunProgram(StandIn(), L"", desktop);
+}
+
+std::unique_ptr<Running> StartStandIn(const wchar_t* desktop, StandInSettings settings) {
+    const Settings set(settings);
+    return std::make_unique<Running>(StandIn(), desktop);
+}
+
 bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD holdFor,
             const wchar_t* into) {
     static DWORD lastTyped = ::GetTickCount() - kHandBeat;
@@ -46,37 +84,25 @@ bool TypeOn(const wchar_t* desktop, std::initializer_list<WORD> keys, DWORD hold
     std::wstring list;
     for (const WORD key : keys)
         list += std::to_wstring(key) + L" ";
-    ::SetEnvironmentVariableW(L"ZK_TYPE", list.c_str());
-    if (holdFor != 0) ::SetEnvironmentVariableW(L"ZK_HOLD_MS", std::to_wstring(holdFor).c_str());
-    ::SetEnvironmentVariableW(L"ZK_TYPE_INTO", into);
-    const Text recorder = RecorderPath();
     const RunResult typed =
-        RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
-    ::SetEnvironmentVariableW(L"ZK_TYPE", nullptr);
-    ::SetEnvironmentVariableW(L"ZK_HOLD_MS", nullptr);
-    ::SetEnvironmentVariableW(L"ZK_TYPE_INTO", nullptr);
+        RunStandIn(desktop, {{L"ZK_TYPE", list},
+                             {L"ZK_HOLD_MS", holdFor != 0 ? std::to_wstring(holdFor) : L""},
+                             {L"ZK_TYPE_INTO", into != nullptr ? into : L""}});
     lastTyped = ::GetTickCount();
     return (typed.exitCode & 4) != 0;
 }
 
 bool WheelOverIconOn(const wchar_t* desktop, const wchar_t* trayClass, UINT trayMessage,
                      int delta) {
-    const std::wstring wheel = std::wstring(trayClass) + L" " + std::to_wstring(trayMessage) +
-                               L" " + std::to_wstring(delta);
-    ::SetEnvironmentVariableW(L"ZK_WHEEL", wheel.c_str());
-    const Text recorder = RecorderPath();
-    const RunResult turned =
-        RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
-    ::SetEnvironmentVariableW(L"ZK_WHEEL", nullptr);
-    return (turned.exitCode & 32) != 0;
+    return (RunStandIn(desktop, {{L"ZK_WHEEL", std::wstring(trayClass) + L" " +
+                                                   std::to_wstring(trayMessage) + L" " +
+                                                   std::to_wstring(delta)}})
+                .exitCode &
+            32) != 0;
 }
 
 bool SessionMayEndOn(const wchar_t* desktop, std::string& refusals) {
-    ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", L"1");
-    const Text recorder = RecorderPath();
-    const RunResult asked =
-        RunProgram(std::wstring(recorder.begin(), recorder.end()), L"", desktop);
-    ::SetEnvironmentVariableW(L"ZK_QUERY_END_SESSION", nullptr);
+    const RunResult asked = RunStandIn(desktop, {{L"ZK_QUERY_END_SESSION", L"1"}});
     refusals = asked.output;
     return (asked.exitCode & 8) != 0;
 }
@@ -151,14 +177,9 @@ DWORD Running::ExitCode() const {
 }
 
 std::unique_ptr<Running> HoldHotKey(UINT modifiers, UINT key) {
-    const std::wstring hold = std::to_wstring(modifiers) + L"," + std::to_wstring(key);
-    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", hold.c_str());
-    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", L"60000");
-    const Text recorder = RecorderPath();
-    auto holder = std::make_unique<Running>(std::wstring(recorder.begin(), recorder.end()));
-    ::SetEnvironmentVariableW(L"ZK_HOLD_HOTKEY", nullptr);
-    ::SetEnvironmentVariableW(L"ZK_RECORDER_LINGER_MS", nullptr);
-    return holder;
+    return StartStandIn(
+        nullptr, {{L"ZK_HOLD_HOTKEY", std::to_wstring(modifiers) + L"," + std::to_wstring(key)},
+                  {L"ZK_RECORDER_LINGER_MS", L"60000"}});
 }
 
 namespace {

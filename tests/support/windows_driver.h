@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zk::support {
@@ -66,6 +67,12 @@ class Running {
   private:
     PROCESS_INFORMATION pi_{};
 };
+// What the recorder stand-in is told to do (tests/standins/recorder.cpp), in the environment that
+// the programs started meanwhile inherit.
+using StandInSettings = std::initializer_list<std::pair<const wchar_t*, std::wstring>>;
+// The stand-in run to its end on `desktop`, or left running there.
+RunResult RunStandIn(const wchar_t* desktop, StandInSettings settings);
+std::unique_ptr<Running> StartStandIn(const wchar_t* desktop, StandInSettings settings);
 // Another program of the user's that holds a hotkey, through the recorder stand-in.
 std::unique_ptr<Running> HoldHotKey(UINT modifiers, UINT key);
 // The folder of the programs as built (build/windows/bin).
