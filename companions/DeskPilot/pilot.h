@@ -91,6 +91,9 @@ class Pilot {
     // desktop is known to be shown (a key typed here), that one.
     int InStep();
     void BringInStep(int desk);
+    // The desktop shown when the controller signals its hotkey.
+    int ControllersKeyShown();
+    [[nodiscard]] bool OwnHotKeys() const;
     [[nodiscard]] bool SendNow(int desk);
     void CompanionHotKey(int id);
     void AnswerKeyQuestion();

@@ -59,6 +59,9 @@ struct SharedBlock {
     std::uint32_t hotKeysPublished;
     // Bit N: the herald of desktop N holds the hotkeys while its switcher starts again.
     std::uint32_t hotKeysStandIn;
+    // 1 once a switcher of desktop 2 to 4 holds hotkeys of its own: the system gives each desktop
+    // its hotkeys, and the controller's reach it only from desktop 1.
+    std::uint32_t hotKeysPerDesktop;
     // A window that the finder has chosen, for the switcher of its desktop to bring to the front
     // once that desktop is shown; 0 when none is waiting.
     std::uint64_t bringForward;
