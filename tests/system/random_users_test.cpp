@@ -109,6 +109,7 @@ const Act kActs[] = {
      Seen::ByCompanion,
      [](WholeSystem& s, UserModel& u, int v) {
          const int shown = u.shown;
+         if (!s.PilotMayEnd(shown)) return std::string();
          s.BehindOurBack(v);
          s.EndPilot(shown);
          return u.Show(v), std::string();

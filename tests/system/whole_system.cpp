@@ -57,6 +57,7 @@ struct WholeSystem::Host final : companion::Pilot::Shell, companion::Herald::She
     bool isPilot;
     Hwnd window = nullptr;
     std::uint32_t process = 0;
+    int ends = 0;
     std::unique_ptr<companion::Pilot> pilot;
     std::unique_ptr<companion::Herald> herald;
     bool running = true;
@@ -143,7 +144,12 @@ void WholeSystem::Start(Host& host, std::uint32_t process) {
         u"Local\\" + CompanionUpEventName(os_.GetCurrentProcessId(), slot)));
 }
 
+bool WholeSystem::PilotMayEnd(int desk) const {
+    return pilots_[Index(desk)]->ends < 4;
+}
+
 void WholeSystem::End(Host& host) {
+    if (++host.ends > 4) return;
     host.pilot.reset();  // the system takes back what the process held: its hotkeys
     host.herald.reset();
     host.running = false;

@@ -46,8 +46,11 @@ class WholeSystem {
     void CommandToController(int desk);
     void BehindOurBack(int desk);
     // The switcher or the herald of a desktop ends, as the Task Manager ends it; its neighbour
-    // starts it again, which the session does at the next moment of Settle.
+    // starts it again, which the session does at the next moment of Settle. A sequence ends each
+    // one four times at most: the neighbour gives up on one that ends a fifth time within a
+    // minute (the herald's test), which the user then meets as a missing program.
     void EndPilot(int desk) { End(*pilots_[Index(desk)]); }
+    [[nodiscard]] bool PilotMayEnd(int desk) const;
     void EndHerald(int desk) { End(*heralds_[Index(desk)]); }
     // A moment at a hand's pace: everything runs, and a second passes.
     void Settle();
