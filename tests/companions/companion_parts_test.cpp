@@ -171,18 +171,5 @@ TEST(SharedMemory, OnlyTheUserAndTheSystemMayOpenThePicturesAndTheState) {
     }
 }
 
-// A second copy of Zelkova2 has a window that looks the same: each copy's companions send only
-// to their own.
-TEST(ControllerLink, SendsOnlyToTheWindowOfItsOwnController) {
-    CompanionSession s(u"DeskPilot.exe", u"Default");
-    const std::uint32_t second = s.os.AddOtherProcess(u"Zelkova2.exe");
-    const Hwnd other =
-        s.os.CreateWindowInOtherProcess(u"Zelkova 2", nullptr, second, Text(u"Default"));
-    (void)s.os.SetPropW(other, u"Zelkova2_APP5", HandleFrom<Handle>(1));
-    EXPECT_EQ(ControllerLink(s.os, s.os, second).Window(), other);
-    EXPECT_EQ(ControllerLink(s.os, s.os, s.controller).Window(), s.controllerWindow);
-    EXPECT_EQ(ControllerLink(s.os, s.os, second + 4).Window(), nullptr) << "no such controller";
-}
-
 }  // namespace
 }  // namespace zk::companion

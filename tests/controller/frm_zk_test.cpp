@@ -251,18 +251,6 @@ TEST_F(ControllerTest, HotKeysSignalTheCurrentDesktopsBlockAndSwitchCommandsMove
     EXPECT_TRUE(reported_.empty()) << "no hotkey raised an error";
 }
 
-// Where hotkeys belong to a desktop, the controller's serve "Default" only (elsewhere the
-// switchers' own do the work); where they are session-wide (the test above), every desktop.
-TEST_F(ControllerTest, HotKeysHeldPerDesktopReachTheControllerOnlyFromDefault) {
-    os_.SetHotKeyScope(sim::HotKeyScope::Desktop);
-    ASSERT_TRUE(Start());
-    os_.ShowDesktopInOtherProcess(u"desk2");
-    EXPECT_FALSE(os_.PressHotKey(3, 97));
-    os_.ShowDesktopInOtherProcess(u"Default");
-    Press(3, 97);
-    EXPECT_EQ(Signalled(), std::vector<std::string>{"Switcher1SwitchTo1"});
-}
-
 TEST_F(ControllerTest, OnlyTheExactCommandTextsCount) {
     ASSERT_TRUE(Start());
     const int conversions = os_.journal().Count("MultiByteToWideChar");

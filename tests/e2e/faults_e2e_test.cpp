@@ -77,28 +77,6 @@ TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
     EXPECT_TRUE(Shown(1)) << "through the new switcher of desktop 2 and the new bridge";
 }
 
-// Where hotkeys belong to a desktop, a key typed there while its switcher is away is carried out
-// by the herald, which holds the hotkeys until a new switcher takes them. Here the switcher's
-// program is away, so that the gap lasts. (Where the controller holds the hotkeys for the
-// session, the key waits in the controller's signal for the new switcher.)
-TEST_F(Faults, AKeyTypedWhileASwitcherIsAwayIsCarriedOutByItsHerald) {
-    ASSERT_TRUE(Start());
-    ASSERT_TRUE(Arrive(3));
-    Win32Os os;
-    SharedState state(os, ControllerId());
-    const std::wstring pilot = ProgramFolder() + L"\\DeskPilot.exe", aside = pilot + L".aside";
-    ASSERT_TRUE(::MoveFileW(pilot.c_str(), aside.c_str()));
-    Kill(state.Block().companions[PilotSlot(3)]);
-    if (Within(2000, [&] { return state.Block().hotKeysStandIn == (1u << 3); })) {
-        ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, e2e::kNumPad[1]}));
-        EXPECT_TRUE(Shown(1));
-        ASSERT_TRUE(Arrive(3));
-        ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, VK_BACK}));
-        EXPECT_TRUE(Shown(1)) << "the previous desktop, as the switcher would";
-    }
-    EXPECT_TRUE(::MoveFileW(aside.c_str(), pilot.c_str()));
-}
-
 TEST_F(Faults, AKilledControllerTakesEveryCompanionWithItAndAStartBringsThemBack) {
     ASSERT_TRUE(Start());
     Kill(ControllerId());

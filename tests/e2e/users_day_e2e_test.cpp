@@ -25,7 +25,7 @@ using e2e::CompanionCount;
 using e2e::kDesks;
 using e2e::kNumPad;
 
-TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndEveryHotKeyWorksOnEveryDesktop) {
+TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndItsHotKeyAndPreviousSwitch) {
     EXPECT_EQ(Ctl(L"switch 2").output, "Zelkova2 is not running\r\n") << "a console line";
     ASSERT_TRUE(Start());
     EXPECT_EQ(InputDesktop(), L"Default");
@@ -40,19 +40,15 @@ TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndEveryHotKeyWorksOnE
                 << switched.output;
         }
     }
-    // From each desktop to each other by its hotkey, and back by "previous".
-    for (int from = 1; from <= 4; ++from) {
-        if (from > 1) {
-            ASSERT_TRUE(Type(from - 1, {VK_CONTROL, VK_MENU, kNumPad[from]}));
-            ASSERT_TRUE(Greeted(from));
-        }
-        for (int to = 1; to <= 4; ++to) {
-            if (to == from) continue;
-            ASSERT_TRUE(Type(from, {VK_CONTROL, VK_MENU, kNumPad[to]})) << from << " to " << to;
-            ASSERT_TRUE(Greeted(to)) << "Ctrl+Alt+NumPad " << to << " typed on desktop " << from;
-            ASSERT_TRUE(Type(to, {VK_CONTROL, VK_MENU, VK_BACK}));
-            ASSERT_TRUE(Greeted(from)) << "Ctrl+Alt+Backspace typed on desktop " << to;
-        }
+    // Each desktop by its hotkey, from the one before, and back by "previous" (under Wine 10
+    // the random walk mixes every key on every desktop).
+    for (int to = 2; to <= 4; ++to) {
+        ASSERT_TRUE(Type(to - 1, {VK_CONTROL, VK_MENU, kNumPad[to]}));
+        ASSERT_TRUE(Greeted(to)) << "Ctrl+Alt+NumPad " << to << " typed on desktop " << to - 1;
+        ASSERT_TRUE(Type(to, {VK_CONTROL, VK_MENU, VK_BACK}));
+        ASSERT_TRUE(Greeted(to - 1)) << "Ctrl+Alt+Backspace typed on desktop " << to;
+        ASSERT_TRUE(Type(to - 1, {VK_CONTROL, VK_MENU, kNumPad[to]}));
+        ASSERT_TRUE(Greeted(to));
     }
 }
 

@@ -203,14 +203,14 @@ class RandomUsers : public ::testing::TestWithParam<sim::HotKeyScope> {};
 // Where the session holds the hotkeys, the system moving the user is not tried: the controller's
 // signal for its PreviousDesk may come from that desktop's key or from "previous", and only a
 // shown desktop sees the keyboard (GetAsyncKeyState, Remarks); Wine 8 never moves the user.
-// ZK_RANDOM_USERS=N plays N sequences (500), ZK_RANDOM_USERS_SEED=S from seed S (1).
+// ZK_RANDOM_USERS=N plays N sequences (1000), ZK_RANDOM_USERS_SEED=S from seed S (1).
 TEST_P(RandomUsers, EveryStepLandsWhereTheUserExpects) {
     const auto env = [](const char* name, int otherwise) {
         const char* value = std::getenv(name);
         return value != nullptr ? std::atoi(value) : otherwise;
     };
     const auto first = static_cast<std::uint32_t>(env("ZK_RANDOM_USERS_SEED", 1));
-    const auto count = static_cast<std::uint32_t>(env("ZK_RANDOM_USERS", 500));
+    const auto count = static_cast<std::uint32_t>(env("ZK_RANDOM_USERS", 1000));
     for (std::uint32_t seed = first; seed < first + count; ++seed) {
         std::mt19937 random(seed);
         const auto pick = [&](int low, int high) {
