@@ -11,8 +11,8 @@
 // after a SwitchDesktop to it (a switcher started again there did), which is not taken as seen.
 // Otherwise, and while the input desktop is none of the four (a lock screen, the secure desktop of
 // Ctrl+Alt+Del or of an elevation prompt, another program's desktop: OpenInputDesktop is refused or
-// names another), the record says: the controller's CurrentDesk and PreviousDesk as the companions
-// have seen its switch commands go by.
+// names another), the record says: the controller's CurrentDesk and PreviousDesk, which it
+// publishes in the companions' shared state.
 //
 // Who writes the record: the controller, as its record changes on a switch command (also one sent
 // straight to its window, past every companion). A companion that finds the system showing
