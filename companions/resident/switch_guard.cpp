@@ -13,7 +13,7 @@ bool SwitchGuard::Watch(int target) {
     if (!IsDesktopNumber(target)) return false;
     // Asked until the answer is yes, which holds for good: three calls to the system on the way
     // of every switch took the processors from the switch's end on a busy machine.
-    if (!shown_.SystemSwitches() && shown_.SystemShows() != target) return false;
+    if (!shown_.SystemSwitches() && shown_.InputDesk() != target) return false;
     target_ = target;
     since_ = clock_.GetTickCount64();
     keyTick_ = state_.Block().hotKeyTick;
@@ -28,7 +28,8 @@ bool SwitchGuard::Look() {
         target_ = 0;
         return false;
     }
-    if (const int shown = shown_.SystemShows(); shown == target_ || shown == 0) return true;
+    // Where the system does not switch desktops, showing the target again changes nothing.
+    if (const int shown = shown_.InputDesk(); shown == target_ || shown == 0) return true;
     (void)shower_.Show(target_);
     target_ = 0;
     return false;

@@ -11,13 +11,17 @@ ShownDesktop::ShownDesktop(Os& os, SharedState& state)
       own_(DesktopNumberOf(
           os.GetUserObjectInformationW(os.GetThreadDesktop(os.GetCurrentThreadId())))) {}
 
-int ShownDesktop::SystemShows() {
+int ShownDesktop::InputDesk() {
     UniqueDesktop input(os_, os_.OpenInputDesktop(0, false, DesktopReadObjects));
     if (!input) return 0;  // a secure desktop: the system does not say
     const int desk = DesktopNumberOf(os_.GetUserObjectInformationW(input.get()));
-    SharedBlock& block = state_.Block();
-    if (desk >= 2 && desk != own_) block.systemSwitches = 1;
-    return block.systemSwitches != 0 ? desk : 0;
+    if (desk >= 2 && desk != own_) state_.Block().systemSwitches = 1;
+    return desk;
+}
+
+int ShownDesktop::SystemShows() {
+    const int desk = InputDesk();
+    return SystemSwitches() ? desk : 0;
 }
 
 int ShownDesktop::Now() {

@@ -39,6 +39,9 @@ class ShownDesktop {
     [[nodiscard]] int Previous() const { return state_.Previous(); }
     // Which of the four desktops the system shows; 0 where it cannot say.
     [[nodiscard]] int SystemShows();
+    // Which of the four the system names as the input desktop now, whether or not it has been seen
+    // to switch; 0 for none of them.
+    [[nodiscard]] int InputDesk();
     // Whether the system has been seen to switch desktops (then it says, from then on).
     [[nodiscard]] bool SystemSwitches() const { return state_.Block().systemSwitches != 0; }
     // Before a companion acts: where the system shows another desktop than the record, the record

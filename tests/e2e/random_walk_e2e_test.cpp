@@ -54,7 +54,7 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
         const int desk = pick(1, 4);
         const auto key = [&](WORD vk) { return Type(from, {VK_CONTROL, VK_MENU, vk}); };
         std::string what;
-        bool typed = true;
+        ::testing::AssertionResult typed = ::testing::AssertionSuccess();
         switch (pick(0, 7)) {
             case 0:
                 what = "key desktop " + std::to_string(desk);
@@ -73,15 +73,17 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
                 break;
             case 3:
                 what = "preview, " + std::to_string(desk);
-                typed = key(VK_ADD) &&
-                        TypeInto(from, L"Zelkova2Preview", {static_cast<WORD>('0' + desk)});
+                typed = key(VK_ADD);
+                if (typed)
+                    typed = TypeInto(from, L"Zelkova2Preview", {static_cast<WORD>('0' + desk)});
                 user.Show(desk);
                 break;
             case 4:
                 what = "finder, QUAR";
-                typed = key(VK_SPACE) && TypeInto(from, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'});
+                typed = key(VK_SPACE);
+                if (typed) typed = TypeInto(from, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'});
                 ::Sleep(150);
-                typed = typed && TypeInto(from, L"Zelkova2Finder", {VK_RETURN});
+                if (typed) typed = TypeInto(from, L"Zelkova2Finder", {VK_RETURN});
                 user.Show(3);
                 break;
             case 5:
