@@ -27,9 +27,9 @@ std::string Opened(const char* what, int on, const UserModel& user) {
                : std::string("the ") + what + " opened on desktop " + std::to_string(on) + "; ";
 }
 
-// Who sees a step: a companion, no one (then the companions learn it when one of them next acts),
-// or it changes nothing shown.
-enum class Seen { ByCompanion, ByNoOne, Nothing };
+// Who sees a step: a companion, none of them (the controller alone, or no one: the companions learn
+// it when one of them next acts), or it changes nothing shown.
+enum class Seen { ByCompanion, PastTheCompanions, Nothing };
 
 // A kind of step: its words (the value follows), the values drawn, and what it does to the
 // system and what the user then expects; it returns what went wrong that the desktops cannot show.
@@ -73,7 +73,7 @@ const Act kActs[] = {
          (void)s.Ctl({"find", WholeSystem::TitleOn(v)});
          return u.Show(v), std::string();
      }},
-    {"command straight to the controller", 1, 4, Seen::ByNoOne,
+    {"command straight to the controller", 1, 4, Seen::PastTheCompanions,
      [](WholeSystem& s, UserModel& u, int v) {
          s.CommandToController(v);
          return u.Show(v), std::string();
@@ -86,7 +86,7 @@ const Act kActs[] = {
      [](WholeSystem& s, UserModel& u, int) {
          return s.TrayWheel(false), u.Before(), std::string();
      }},
-    {"the system shows desktop", 1, 4, Seen::ByNoOne,
+    {"the system shows desktop", 1, 4, Seen::PastTheCompanions,
      [](WholeSystem& s, UserModel& u, int v) {
          return s.BehindOurBack(v), u.Show(v), std::string();
      }},
