@@ -44,7 +44,11 @@ Watchdog::Watchdog(Os& os, SharedState& state, Signals& signals, ControllerProce
 void Watchdog::Watch(std::uint32_t processId) {
     if (processId == 0 || processId == watched_) return;
     const Handle process = os_.OpenProcess(Synchronize, false, processId);
-    if (process == nullptr) return;  // gone already: its end is not seen, its next start is
+    if (process == nullptr) {
+        // Gone before it was looked at (a slow start here): nobody else will start it again.
+        if (processId == state_.Block().companions[slot_] && controller_.Running()) Restart();
+        return;
+    }
     watched_ = processId;
     process_ = UniqueKernelHandle(os_, process);
     set_.Replace({wakeKind_, 1}, process_.get());

@@ -58,12 +58,13 @@ TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
         Kill(killed);
         // Started again at once; a herald's first window may wait two seconds more under Wine,
         // whose tray waits that long for the dead icon's window to go.
-        EXPECT_TRUE(Within(3000,
+        EXPECT_TRUE(Within(5000,
                            [&] {
                                const DWORD now = state.Block().companions[slot];
                                return now != killed && now != 0 && Alive(now);
                            }))
-            << "slot " << slot;
+            << "slot " << slot << " holds " << state.Block().companions[slot] << "; the log:\n"
+            << LogText();
     }
     // Under Wine 10 the tray icon of the herald started again on desktop 3 takes the input there
     // when it appears (Windows puts it on that desktop's taskbar and leaves the input where it
