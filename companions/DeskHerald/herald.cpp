@@ -9,6 +9,8 @@
 #include "shared/companion_hotkeys.h"
 #include "shared/companion_settings.h"
 #include "shared/hotkeys_in_force.h"
+#include "shared/news.h"
+#include "shared/window_finder.h"
 #include "signals/protocol.h"
 
 namespace zk::companion {
@@ -24,13 +26,17 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
       shower_(os),
       guard_(os, shower_, state_, shown_),
       settings_(os),
-      standIn_(os, registry_, signals_, state_, desk) {
+      standIn_(os, registry_, signals_, state_, desk),
+      news_(os, registry_, state_, signals_, desk) {
     const auto n = static_cast<std::int16_t>(desk);
     if (const Handle shown = signals_.Event(SwitcherSignal(KindUpdate, n, n))) {
         set_.Add(shown, {kShown, desk});
     }
     set_.Add(controller.Process(), {kControllerEnded, 0});
     if (settings_.Event() != nullptr) set_.Add(settings_.Event(), {kSettingsChanged, 0});
+    if (const Handle news = signals_.OwnEvent(NewsEventName(controller.Id(), desk))) {
+        set_.Add(news, {kNewsElsewhere, 0});
+    }
     pilot_.emplace(os, state_, signals_, controller, Program::Pilot, desk, set_, kWatchPilot);
     if (desk == 1) {
         bridge_.emplace(os, state_, signals_, controller, Program::Herald, kControllerBlock, set_,
@@ -66,6 +72,7 @@ void Herald::Run() {
 bool Herald::Woken(const Wake& wake) {
     switch (wake.kind) {
         case kShown:
+            news_.Seen();
             shell_.Arrived();
             if (BannerShown(registry_) && StillShown()) {
                 shell_.ShowBanner(DesktopName(registry_, desk_));
@@ -76,6 +83,10 @@ bool Herald::Woken(const Wake& wake) {
             return false;
         case kSettingsChanged:  // a rename, or a hotkey stored as no key
             (void)settings_.Renew();
+            news_.Look(DesktopShown());
+            shell_.TrayChanged();
+            break;
+        case kNewsElsewhere:
             shell_.TrayChanged();
             break;
         case kWatchPilot:  // a key typed while the switcher starts again is not lost
@@ -99,6 +110,11 @@ bool Herald::Woken(const Wake& wake) {
     return true;
 }
 
+void Herald::WindowsChanged(Hwnd flashed) {
+    if (flashed != nullptr) news_.Flashed(flashed);
+    set_.Later(os_, NewsWatch::kSettle, [this] { news_.Look(DesktopShown()); });
+}
+
 // The banner greets the arrival at this desktop, and is not shown once the user has moved on:
 // under Wine 10 a window shown on a desktop just left takes the input back there.
 bool Herald::StillShown() {
@@ -106,7 +122,7 @@ bool Herald::StillShown() {
 }
 
 Text Herald::Tooltip() {
-    return TrayTooltip(desk_, DesktopName(registry_, desk_), state_.Block().missing,
+    return TrayTooltip(desk_, DesktopName(registry_, desk_), state_.Block().missing, News(),
                        HotKeysNamingNoKey(os_, registry_));
 }
 
@@ -114,7 +130,25 @@ std::vector<TrayMenuItem> Herald::Menu() {
     std::array<Text, kDesktopCount> names;
     for (int d = 1; d <= kDesktopCount; ++d)
         names[d - 1] = DesktopName(registry_, d);
-    return TrayMenu(names, desk_);
+    return TrayMenu(names, desk_, News());
+}
+
+std::vector<TrayNews> Herald::News() {
+    std::vector<TrayNews> news;
+    for (const NewsWindow& window : NewsBesides(os_, state_.Block(), desk_))
+        news.push_back({DesktopName(registry_, window.desk), window.title});
+    return news;
+}
+
+// The window in front on its desktop: that desktop's switcher brings it forward once it is shown.
+void Herald::GoToNews(std::size_t position) {
+    const std::vector<NewsWindow> news = NewsBesides(os_, state_.Block(), desk_);
+    if (position >= news.size()) return;
+    const FoundWindow found{news[position].desk, news[position].window, news[position].title, {}};
+    ShowFoundWindow(os_, signals_, state_, desk_, found, [this](int desk) {
+        shown_.BringInStep(desk_, signals_);
+        (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(desk)));
+    });
 }
 
 // The preview opens in the switcher and takes the keyboard there: the herald, which took the
@@ -141,6 +175,9 @@ void Herald::ShowInOrder(bool next) {
 
 void Herald::Command(TrayCommand command) {
     const int value = static_cast<int>(command);
+    if (value >= static_cast<int>(TrayCommand::GoToNews)) {
+        return GoToNews(static_cast<std::size_t>(value - static_cast<int>(TrayCommand::GoToNews)));
+    }
     if (IsDesktopNumber(value)) {
         shown_.BringInStep(desk_, signals_);
         (void)signals_.Raise(SwitchCommand(static_cast<std::int16_t>(value)));

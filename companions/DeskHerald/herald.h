@@ -7,6 +7,7 @@
 #include <array>
 #include <optional>
 
+#include "DeskHerald/news_watch.h"
 #include "DeskHerald/tray_menu.h"
 #include "resident/controller_process.h"
 #include "resident/desktop_shower.h"
@@ -41,7 +42,14 @@ class Herald {
         // The window that holds the hotkeys while the switcher starts again.
         [[nodiscard]] virtual Hwnd HotKeyWindow() = 0;
     };
-    enum WakeKind { kShown = 1, kControllerEnded, kWatchPilot, kWatchBridge, kSettingsChanged };
+    enum WakeKind {
+        kShown = 1,
+        kControllerEnded,
+        kWatchPilot,
+        kWatchBridge,
+        kSettingsChanged,
+        kNewsElsewhere
+    };
 
     Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell);
 
@@ -52,6 +60,8 @@ class Herald {
 
     [[nodiscard]] Text Tooltip();
     [[nodiscard]] std::vector<TrayMenuItem> Menu();
+    // Whether another desktop has news, which the icon marks.
+    [[nodiscard]] bool HasNews() { return !News().empty(); }
     void Command(TrayCommand command);
     // The icon's own click: the preview of this desktop.
     void Preview();
@@ -64,7 +74,10 @@ class Herald {
     [[nodiscard]] bool BannerGone() { return guard_.Watch(desk_); }
     [[nodiscard]] bool LookAfterBanner() { return guard_.Look(); }
 
-    [[nodiscard]] int Desk() const { return desk_; }
+    [[nodiscard]] std::vector<TrayNews> News();
+    // The shell saw the desktop's windows change (one came, went, or was shown or hidden), or
+    // `flashed` ask for attention: the herald looks for news a moment later.
+    void WindowsChanged(Hwnd flashed = nullptr);
     [[nodiscard]] WaitSet& Set() { return set_; }
 
     // Whether this desktop is the one the system shows now.
@@ -72,6 +85,7 @@ class Herald {
 
   private:
     void NoteMissingPrograms();
+    void GoToNews(std::size_t position);
     [[nodiscard]] bool StillShown();
     void StartProgram(Program program);
 
@@ -89,6 +103,7 @@ class Herald {
     WaitSet set_;
     std::optional<Watchdog> pilot_;
     std::optional<Watchdog> bridge_;
+    NewsWatch news_;
     std::uint32_t missingShown_ = 0;
 };
 

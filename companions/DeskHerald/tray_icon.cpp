@@ -42,6 +42,9 @@ TrayIcon::~TrayIcon() {
 
 void TrayIcon::Attach(Herald& herald) {
     herald_ = &herald;
+    events_.emplace(Window(), [this](HWND flashed) {
+        herald_->WindowsChanged(reinterpret_cast<Hwnd>(flashed));
+    });
     Update();
 }
 
@@ -73,7 +76,7 @@ UniqueIcon TrayIcon::Render(int size) {
         for (std::size_t i = 0; i < glyph.size(); ++i)
             glyph[i] = static_cast<std::uint8_t>((pixels[i] >> 8) & 0xFF);
     }
-    const std::vector<std::uint32_t> image = TrayIconPixels(size, desk_, glyph);
+    const std::vector<std::uint32_t> image = TrayIconPixels(size, desk_, glyph, herald_->HasNews());
     info.bmiHeader.biWidth = size;
     info.bmiHeader.biHeight = -size;
     void* colourBits = nullptr;
@@ -184,6 +187,7 @@ LRESULT TrayIcon::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         Update();
         return 0;
     }
+    if (events_ && events_->ShellHookMessage(message, wParam, lParam)) return 0;
     if (message == WM_DPICHANGED || message == WM_DISPLAYCHANGE) {
         Update();
         return 0;

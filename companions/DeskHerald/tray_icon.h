@@ -5,8 +5,11 @@
 
 #include <windows.h>
 
+#include <optional>
+
 #include "DeskHerald/herald.h"
 #include "DeskHerald/tray_wheel.h"
+#include "DeskHerald/window_events.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 
@@ -42,6 +45,7 @@ class TrayIcon final : public WindowBase<TrayIcon> {
     bool added_ = false;
     TrayWheel wheel_;
     UniqueHook hook_;
+    std::optional<WindowEvents> events_;
     // The hook's way back to the icon: a herald has one.
     static inline TrayIcon* watching_ = nullptr;
 };

@@ -57,12 +57,12 @@ void FinderWindow::LayOut() {
                    monitor.top + monitor.Height() / 5, width, height, SWP_NOACTIVATE);
 }
 
-void FinderWindow::Show() {
+void FinderWindow::Show(const SharedBlock& block) {
     Registry registry(os_);
     for (int d = 1; d <= kDesktopCount; ++d)
         names_[d - 1] = DesktopName(registry, d);
     Returned();
-    finder_.emplace(AllUserWindows(os_));
+    finder_.emplace(AllUserWindows(os_, &block));
     first_ = 0;
     Changed();
     ::ShowWindow(Window(), SW_SHOW);
@@ -228,7 +228,7 @@ void FinderWindow::Paint() {
             ::SetTextColor(dc, kDim);
             ::DrawTextW(dc, W(desk), -1, &deskRect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
             RECT title{pad * 2 + icon, top, deskLeft - pad - chip - pad, top + rowHeight_};
-            const Text text = w.title + u"  \u2014  " + w.program;
+            const Text text = (w.news ? u"New: " : u"") + w.title + u"  \u2014  " + w.program;
             ::SetTextColor(dc, kText);
             ::DrawTextW(dc, W(text), -1, &title,
                         DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);

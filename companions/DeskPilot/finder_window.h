@@ -21,7 +21,8 @@ class FinderWindow final : public WindowBase<FinderWindow> {
   public:
     // `show` is called with the window the user chose.
     FinderWindow(Os& os, std::function<void(const FoundWindow&)> show);
-    void Show();
+    // Lists the windows, with the news of `block` first.
+    void Show(const SharedBlock& block);
     void Hide();
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 

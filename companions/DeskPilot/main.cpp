@@ -61,7 +61,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
         return Default(message, wParam, lParam);
     }
 
-    void ShowPreview() override { preview_.Show(); }
+    void ShowPreview() override { preview_.Show(pilot_->Block()); }
     void HidePreview() override { preview_.Hide(); }
     void PutAway() override {
         preview_.PutAway();
@@ -74,7 +74,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
     bool PreviewShown() override { return ::IsWindowVisible(preview_.Window()) != FALSE; }
     void ShowFinder() override {
         preview_.Hide();
-        finder_.Show();
+        finder_.Show(pilot_->Block());
     }
 
     // Shrinks what this desktop shows into its shared picture.

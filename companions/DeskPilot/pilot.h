@@ -33,6 +33,9 @@ namespace zk::companion {
 class Pilot {
   public:
     // What the window side does for the switcher.
+    // The companions' shared state, for the views to read the news from.
+    [[nodiscard]] const SharedBlock& Block() { return state_.Block(); }
+
     class Shell {
       public:
         virtual ~Shell() = default;

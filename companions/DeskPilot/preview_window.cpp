@@ -66,7 +66,7 @@ void PreviewWindow::LayOut() {
     ::SetWindowPos(Window(), HWND_TOPMOST, w.left, w.top, w.Width(), w.Height(), SWP_NOACTIVATE);
 }
 
-void PreviewWindow::Show() {
+void PreviewWindow::Show(const SharedBlock& block) {
     Returned();
     Registry registry(os_);
     for (int d = 1; d <= kDesktopCount; ++d)
@@ -85,8 +85,12 @@ void PreviewWindow::Show() {
     ::SetFocus(Window());
     ::UpdateWindow(Window());
     // The titles come after the first picture: the preview opens as fast as before.
-    for (FoundWindow& w : AllUserWindows(os_))
+    for (FoundWindow& w : AllUserWindows(os_, &block))
         windows_[w.desk - 1].push_back(std::move(w));
+    for (auto& windows : windows_) {
+        std::stable_partition(windows.begin(), windows.end(),
+                              [](const FoundWindow& w) { return w.news; });
+    }
     ::InvalidateRect(Window(), nullptr, FALSE);
 }
 
@@ -184,7 +188,13 @@ void PreviewWindow::Paint() {
                         DT_CENTER | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
             std::vector<Text> titles;
             for (const FoundWindow& w : windows_[d - 1])
-                titles.push_back(w.title);
+                titles.push_back(w.news ? u"New: " + w.title : w.title);
+            if (!windows_[d - 1].empty() && windows_[d - 1].front().news) {
+                const int dot = layout_.frame * 3;
+                Fill(dc,
+                     {tile.right - 2 * dot, tile.top + dot, tile.right - dot, tile.top + 2 * dot},
+                     Colour(kNewsColour));
+            }
             const auto rows = PreviewTitleRows(titles);
             const Selection small(dc, titleFont_.get());
             ::SetTextColor(dc, kDim);

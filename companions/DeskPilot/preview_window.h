@@ -28,7 +28,8 @@ class PreviewWindow final : public WindowBase<PreviewWindow> {
     // with a window whose title was clicked.
     PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails, std::function<void(int)> choose,
                   std::function<void(const FoundWindow&)> showWindow);
-    void Show();
+    // Shows the desktops, with the news of `block` first under each and its tile marked.
+    void Show(const SharedBlock& block);
     void Hide();
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 

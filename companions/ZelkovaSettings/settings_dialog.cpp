@@ -98,6 +98,7 @@ void SettingsDialog::Fill() {
     }
     ::CheckDlgButton(Window(), IDC_AUTOSTART, settings_.autostart ? BST_CHECKED : 0);
     ::CheckDlgButton(Window(), IDC_BANNER, settings_.banner ? BST_CHECKED : 0);
+    ::CheckDlgButton(Window(), IDC_NEWS, settings_.news ? BST_CHECKED : 0);
     filling_ = false;
     ShowStates();
 }
@@ -181,6 +182,7 @@ void SettingsDialog::Read() {
     }
     settings_.autostart = ::IsDlgButtonChecked(Window(), IDC_AUTOSTART) == BST_CHECKED;
     settings_.banner = ::IsDlgButtonChecked(Window(), IDC_BANNER) == BST_CHECKED;
+    settings_.news = ::IsDlgButtonChecked(Window(), IDC_NEWS) == BST_CHECKED;
 }
 
 bool SettingsDialog::Apply() {

@@ -103,6 +103,7 @@ Settings SettingsModel::Load() {
     }
     settings.autostart = AutostartOn(registry_);
     settings.banner = BannerShown(registry_);
+    settings.news = NewsShown(registry_);
     return settings;
 }
 
@@ -154,6 +155,7 @@ bool SettingsModel::Save(const Settings& settings) {
         }
     }
     return WriteDword(registry_, kSettingsKey, kShowBannerValue, settings.banner ? 1 : 0) &&
+           WriteDword(registry_, kSettingsKey, kShowNewsValue, settings.news ? 1 : 0) &&
            SetAutostart(os_, registry_, settings.autostart);
 }
 

@@ -38,6 +38,7 @@ struct Settings {
     std::array<DesktopSettings, kDesktopCount> desktops;
     bool autostart = false;
     bool banner = true;
+    bool news = true;  // windows on other desktops are told of
 };
 
 enum class ComboState {

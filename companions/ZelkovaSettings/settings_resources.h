@@ -10,8 +10,9 @@
 #define IDC_BANNER 161
 #define IDC_RESULT 162
 #define IDC_APPLY 163
-#define IDC_LAPTOP 164   /* the number row's hotkeys, for a keyboard without a keypad */
-#define IDC_STARTZK 165  /* shown while Zelkova2 does not run */
+#define IDC_LAPTOP 164  /* the number row's hotkeys, for a keyboard without a keypad */
+#define IDC_STARTZK 165 /* shown while Zelkova2 does not run */
+#define IDC_NEWS 166
 #define IDC_LABEL1 300   /* the hotkeys' labels, from the hotkey table */
 #define IDC_HOTKEY1 310  /* the typed combination */
 #define IDC_STATUS1 320  /* what is wrong with it */

@@ -37,6 +37,10 @@ bool BannerShown(Registry& registry) {
     return ReadFlagOrDefault(registry, kSettingsKey, kShowBannerValue, true);
 }
 
+bool NewsShown(Registry& registry) {
+    return ReadFlagOrDefault(registry, kSettingsKey, kShowNewsValue, true);
+}
+
 bool StartProgramsOn(Registry& registry, int desk) {
     return ReadFlagOrDefault(registry, DesktopKey(desk), kStartProgramsValue, true);
 }

@@ -2,6 +2,7 @@
 // The settings the companions read and the settings window writes, beside the controller's
 // hotkey values under HKEY_CURRENT_USER "Software\Zelkova":
 //   ShowBanner                      REG_DWORD, 0 hides the banner of a shown desktop
+//   ShowNews                        REG_DWORD, 0 stops telling of windows on other desktops
 //   Desktop<N>\Name                 REG_SZ, the desktop's name ("Desktop N" when empty or absent)
 //   Desktop<N>\StartPrograms        REG_DWORD, 0 turns desktop N's start-up programs off
 //   Desktop<N>\Programs\<any name>  REG_SZ or REG_EXPAND_SZ, one command line each; without
@@ -16,6 +17,7 @@
 namespace zk::companion {
 
 inline constexpr char16_t kShowBannerValue[] = u"ShowBanner";
+inline constexpr char16_t kShowNewsValue[] = u"ShowNews";
 inline constexpr char16_t kNameValue[] = u"Name";
 inline constexpr char16_t kStartProgramsValue[] = u"StartPrograms";
 inline constexpr char16_t kDefaultShell[] = u"%SystemRoot%\\explorer.exe";
@@ -28,6 +30,7 @@ inline constexpr char16_t kDefaultShell[] = u"%SystemRoot%\\explorer.exe";
                                      bool fallback);
 [[nodiscard]] Text DesktopName(Registry& registry, int desk);
 [[nodiscard]] bool BannerShown(Registry& registry);
+[[nodiscard]] bool NewsShown(Registry& registry);
 [[nodiscard]] bool StartProgramsOn(Registry& registry, int desk);
 
 // The command lines stored for desktop N, in the order of their values, as stored (references

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "desktop/desktops.h"
+#include "shared/news.h"
 #include "shared/user_windows.h"
 #include "signals/protocol.h"
 
@@ -53,13 +54,14 @@ std::uint32_t ProcessOf(SharedState& state, int desk) {
 
 }  // namespace
 
-std::vector<FoundWindow> AllUserWindows(Os& os) {
+std::vector<FoundWindow> AllUserWindows(Os& os, const SharedBlock* block) {
     std::vector<FoundWindow> found;
     const std::vector<ProcessEntry> processes = os.CreateToolhelp32Snapshot();
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
         for (UserWindow& window : UserWindowsOn(os, desk, processes)) {
+            const bool news = block != nullptr && IsNews(*block, desk, window.window);
             found.push_back({desk, window.window, std::move(window.title),
-                             std::move(window.program), window.processId});
+                             std::move(window.program), window.processId, news});
         }
     }
     return found;
@@ -81,7 +83,9 @@ void WindowFinder::SetQuery(const Text& query) {
         const bool all = std::all_of(words.begin(), words.end(), [&](const Text& word) {
             return title.find(word) != Text::npos || program.find(word) != Text::npos;
         });
-        if (all) ranked.emplace_back(whole.empty() ? 0 : Rank(title, whole), &window);
+        if (all)
+            ranked.emplace_back(
+                (whole.empty() ? 0 : 2 * Rank(title, whole)) + (window.news ? 0 : 1), &window);
     }
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });

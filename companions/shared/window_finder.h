@@ -22,18 +22,20 @@ struct FoundWindow {
     Text title;
     Text program;  // the file name of its program
     std::uint32_t processId = 0;
+    bool news = false;  // shared/news.h
 };
 
 // The user's windows of every desktop, desktop 1 first, each desktop's in the system's order
-// (front first).
-[[nodiscard]] std::vector<FoundWindow> AllUserWindows(Os& os);
+// (front first); with the companions' `block`, each says whether it is news.
+[[nodiscard]] std::vector<FoundWindow> AllUserWindows(Os& os, const SharedBlock* block = nullptr);
 
 class WindowFinder {
   public:
     explicit WindowFinder(std::vector<FoundWindow> windows);
 
     // Narrows the list to the windows whose title or program holds every word of `query`;
-    // titles that begin with the query come first, then titles with a word that begins with it.
+    // titles that begin with the query come first, then titles with a word that begins with it,
+    // and within each the news first.
     // The chosen window stays chosen while it is listed; otherwise the first is.
     void SetQuery(const Text& query);
     [[nodiscard]] const Text& Query() const { return query_; }

@@ -113,11 +113,14 @@ Rect BannerRect(int dpi, const Rect& monitor) {
                    std::min(Scale(kBannerHeight, dpi), monitor.Height()));
 }
 
-std::vector<std::uint32_t> TrayIconPixels(int size, int desk, std::span<const std::uint8_t> glyph) {
+std::vector<std::uint32_t> TrayIconPixels(int size, int desk, std::span<const std::uint8_t> glyph,
+                                          bool news) {
     const Rgb fill = DesktopColour(desk);
     const Rgb edge = EdgeColour(fill);
     const int big = size * kSupersample;
     const double side = big, radius = big * 0.2, border = std::max(1.0, big * 0.08);
+    // The mark of news: a dot in the top right corner, ringed in white over the number.
+    const double dotX = side * 0.78, dotY = side * 0.22, dot = side * 0.22;
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(size) * size);
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
@@ -129,9 +132,14 @@ std::vector<std::uint32_t> TrayIconPixels(int size, int desk, std::span<const st
                     if (!InsideRounded(fx, fy, side, radius)) continue;
                     const bool inner = InsideRounded(fx - border, fy - border, side - 2 * border,
                                                      std::max(0.0, radius - border));
-                    const Rgb base = inner ? fill : edge;
+                    Rgb base = inner ? fill : edge;
                     const std::size_t at = static_cast<std::size_t>(py) * big + px;
-                    const double ink = at < glyph.size() ? glyph[at] / 255.0 : 0.0;
+                    double ink = at < glyph.size() ? glyph[at] / 255.0 : 0.0;
+                    const double fromDot = std::hypot(fx - dotX, fy - dotY);
+                    if (news && fromDot < dot) {
+                        base = kNewsColour;
+                        ink = fromDot < dot - border ? 0.0 : 1.0;
+                    }
                     r += base.r + (255 - base.r) * ink;
                     g += base.g + (255 - base.g) * ink;
                     b += base.b + (255 - base.b) * ink;

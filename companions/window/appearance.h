@@ -21,6 +21,8 @@ struct Rgb {
 // Desktop 1 in zelkova green, the others each in a colour of its own.
 [[nodiscard]] Rgb DesktopColour(int desk);
 [[nodiscard]] Rgb EdgeColour(Rgb fill);
+// The mark of a desktop with news, on the tray icon and in the preview.
+inline constexpr Rgb kNewsColour{0xF5, 0x9E, 0x0B};
 
 inline constexpr int kBaseDpi = 96;
 // A length given for 96 DPI, at `dpi`.
@@ -69,7 +71,9 @@ struct PreviewLayout {
 // with its number. `glyph` is the number's coverage (0 to 255), drawn by the system's font
 // renderer on a square of size * kSupersample pixels. Pixels are premultiplied BGRA, top down.
 inline constexpr int kSupersample = 4;
+// With `news`, a dot of kNewsColour in its top right corner says another desktop has news.
 [[nodiscard]] std::vector<std::uint32_t> TrayIconPixels(int size, int desk,
-                                                        std::span<const std::uint8_t> glyph);
+                                                        std::span<const std::uint8_t> glyph,
+                                                        bool news = false);
 
 }  // namespace zk::companion

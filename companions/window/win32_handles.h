@@ -27,6 +27,7 @@ using UniqueIcon = UniqueHandle<HICON, Win32Closer<&::DestroyIcon>>;
 using UniqueMemoryDc = UniqueHandle<HDC, Win32Closer<&::DeleteDC>>;
 using UniqueMenu = UniqueHandle<HMENU, Win32Closer<&::DestroyMenu>>;
 using UniqueHook = UniqueHandle<HHOOK, Win32Closer<&::UnhookWindowsHookEx>>;
+using UniqueWinEventHook = UniqueHandle<HWINEVENTHOOK, Win32Closer<&::UnhookWinEvent>>;
 
 // A GDI object selected into a device context for as long as it lives.
 class Selection {

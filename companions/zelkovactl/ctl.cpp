@@ -16,6 +16,7 @@
 #include "shared/companion_settings.h"
 #include "shared/hotkey_text.h"
 #include "shared/hotkeys_in_force.h"
+#include "shared/news.h"
 #include "shared/shown_desktop.h"
 #include "shared/signals.h"
 #include "shared/user_windows.h"
@@ -456,6 +457,14 @@ int Ctl::Status(const Args&) {
         list += (list.empty() ? "" : ", ") + entry;
     }
     out_ << "Desktops: " << list << "\n";
+    if (ids && !ids->empty()) {
+        SharedState state(os_, ids->front());
+        for (const companion::NewsWindow& news : companion::NewsBesides(os_, state.Block(), 0)) {
+            out_ << "New on desktop " << news.desk << " ("
+                 << Utf8Text(companion::DesktopName(registry_, news.desk))
+                 << "): " << Utf8Text(news.title) << "\n";
+        }
+    }
     return kExitOk;
 }
 
@@ -514,17 +523,23 @@ int Ctl::Windows(const Args& args) {
     if (!args.empty() && args[0] != "--json") return Usage("wrong arguments for 'windows'");
     const bool json = !args.empty();
     std::string list;
-    for (const companion::FoundWindow& w : companion::AllUserWindows(os_)) {
+    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
+    std::optional<SharedState> state;
+    if (!ids.empty()) state.emplace(os_, ids.front());
+    for (const companion::FoundWindow& w :
+         companion::AllUserWindows(os_, state ? &state->Block() : nullptr)) {
         const std::string name = Utf8Text(companion::DesktopName(registry_, w.desk));
         if (json) {
             list += std::string(list.empty() ? "" : ",\n ") +
                     "{\"desktop\": " + std::to_string(w.desk) + ", \"desktopName\": " + Json(name) +
                     ", \"title\": " + Json(Utf8Text(w.title)) +
                     ", \"program\": " + Json(Utf8Text(w.program)) +
-                    ", \"processId\": " + std::to_string(w.processId) + "}";
+                    ", \"processId\": " + std::to_string(w.processId) +
+                    ", \"news\": " + (w.news ? "true" : "false") + "}";
         } else {
             list += std::to_string(w.desk) + "  " + name + "  " + Utf8Text(w.program) + "  " +
-                    std::to_string(w.processId) + "  " + Utf8Text(w.title) + "\n";
+                    std::to_string(w.processId) + "  " + Utf8Text(w.title) +
+                    (w.news ? "  (new)" : "") + "\n";
         }
     }
     out_ << (json ? "[" + list + "]\n" : list);

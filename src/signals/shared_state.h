@@ -29,6 +29,9 @@ inline constexpr int kCompanionSlots = 2 * kDesktopCount + 1;
     return kDesktopCount - 1 + desk;  // the bridge, desk 5, takes the last slot
 }
 
+// The windows of a desktop the user has not seen yet, at the most.
+inline constexpr int kNewsPerDesktop = 4;
+
 inline constexpr std::uint32_t kPilotMissing = 1;
 inline constexpr std::uint32_t kHeraldMissing = 2;
 inline constexpr std::uint32_t kMissingLogged = 4;  // the log has been told once
@@ -66,6 +69,9 @@ struct SharedBlock {
     // once that desktop is shown; 0 when none is waiting.
     std::uint64_t bringForward;
     std::int16_t bringForwardDesk;
+    // News: windows that came up, or asked for attention, on a desktop while it was not shown,
+    // by desktop (its herald alone writes its row); 0 where there is none.
+    std::uint64_t news[kDesktopCount][kNewsPerDesktop];
 };
 
 class SharedState {

@@ -290,7 +290,7 @@ TEST_F(CtlTest, WindowsAreListedAndFindShowsTheFirstMatch) {
               "[{\"desktop\": 3, \"desktopName\": \"Desktop 3\", \"title\": "
               "\"Caf\xC3\xA9 \\\"menu\\\" - Notepad\", \"program\": \"notepad.exe\", "
               "\"processId\": " +
-                  pid + "}]\n");
+                  pid + ", \"news\": false}]\n");
     EXPECT_EQ(Run({"find", "calendar"}), kExitNoEffect);
     EXPECT_EQ(Run({"find", "CAF\xC3\x89", "menu"}), kExitNotRunning)
         << "found, but nothing to show it (what find shows is the random users')";

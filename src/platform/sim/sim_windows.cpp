@@ -409,7 +409,8 @@ Hwnd SimWindows::FindWindowByCaption(const Text& caption) const {
 
 Hwnd SimWindows::CreateWindowInOtherProcess(const Text& caption, WndProc procedure,
                                             std::uint32_t processId, std::optional<Text> desktop,
-                                            std::uint32_t style, const Text& className) {
+                                            std::uint32_t style, const Text& className,
+                                            std::uint32_t exStyle) {
     const Hwnd hwnd = HandleFrom<Hwnd>(nextWindow_);
     nextWindow_ += 0x10;
     SimWindow w;
@@ -418,6 +419,7 @@ Hwnd SimWindows::CreateWindowInOtherProcess(const Text& caption, WndProc procedu
     w.processId = processId;
     w.desktop = desktop ? session_.DesktopByName(*desktop) : session_.inputDesktop;
     w.style = style;
+    w.exStyle = exStyle;
     w.className = className;
     windows_[HandleValue(hwnd)] = std::move(w);
     return hwnd;

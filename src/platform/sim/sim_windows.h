@@ -81,7 +81,8 @@ class SimWindows : public virtual WindowApi {
     Hwnd CreateWindowInOtherProcess(const Text& caption = {}, WndProc procedure = nullptr,
                                     std::uint32_t processId = kOtherProcessId,
                                     std::optional<Text> desktop = std::nullopt,
-                                    std::uint32_t style = 0, const Text& className = {});
+                                    std::uint32_t style = 0, const Text& className = {},
+                                    std::uint32_t exStyle = 0);
     void SetNextWindowHandle(std::intptr_t value) { nextWindow_ = value; }
     std::vector<std::pair<Text, Handle>> WindowProps(Hwnd window) const;
     Handle WindowIcon(Hwnd window, bool big) const;
