@@ -83,7 +83,7 @@ bool Herald::Woken(const Wake& wake) {
             return false;
         case kSettingsChanged:  // a rename, or a hotkey stored as no key
             (void)settings_.Renew();
-            news_.Look(DesktopShown());
+            news_.Look(WentHere());
             shell_.TrayChanged();
             break;
         case kNewsElsewhere:
@@ -112,7 +112,13 @@ bool Herald::Woken(const Wake& wake) {
 
 void Herald::WindowsChanged(Hwnd flashed) {
     if (flashed != nullptr) news_.Flashed(flashed);
-    set_.Later(os_, NewsWatch::kSettle, [this] { news_.Look(DesktopShown()); });
+    set_.Later(os_, NewsWatch::kSettle, [this] { news_.Look(WentHere()); });
+}
+
+// Whether the user went to this desktop: the record, not the input desktop, which under Wine 10
+// follows a new window's focus to its desktop (Windows leaves the input where it is).
+bool Herald::WentHere() {
+    return state_.Current() == desk_;
 }
 
 // The banner greets the arrival at this desktop, and is not shown once the user has moved on:

@@ -87,6 +87,7 @@ class Herald {
     void NoteMissingPrograms();
     void GoToNews(std::size_t position);
     [[nodiscard]] bool StillShown();
+    [[nodiscard]] bool WentHere();
     void StartProgram(Program program);
 
     Os& os_;

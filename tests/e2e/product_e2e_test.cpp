@@ -102,6 +102,36 @@ TEST_F(Product, TheFinderShowsAWindowOfAnotherDesktopAndNextAndBeforeWrap) {
     }
 }
 
+// A window that opens on desktop 2 while the user works on desktop 3 is named there at once, and
+// the finder offers it first: Enter goes to it.
+TEST_F(Product, AWindowOpenedOnADesktopNotShownIsToldWhereTheUserIsAndOneKeyGoesThere) {
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Arrive(3));
+    const auto figures = support::StartStandIn(
+        L"desk2",
+        {{L"ZK_WINDOW", L"Quarterly figures - Stand-in"}, {L"ZK_FOREGROUND_WAIT_MS", L"30000"}});
+    ASSERT_TRUE(Within(10000, [] { return WindowOn(L"desk2", L"ZkStandInWindow"); }));
+    // Under Wine 10 the new window took the input to desktop 2 (Windows leaves it where it is).
+    if (support::DesktopsSwitch()) e2e::ShowDesktop(3);
+    std::string status;
+    EXPECT_TRUE(Within(2000, [&] {
+        status = Ctl(L"status").output;
+        return status.find("New on desktop 2 (Desktop 2): Quarterly figures - Stand-in") !=
+               std::string::npos;
+    })) << status;
+    ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, VK_SPACE}));
+    HWND finder = nullptr;
+    ASSERT_TRUE(Within(5000, [&] { return (finder = WindowOn(L"desk3", L"Zelkova2Finder")); }));
+    EXPECT_TRUE(Within(3000, [&] {
+        return Caption(finder).find(L"chosen: Quarterly figures - Stand-in (desktop 2)") !=
+               std::wstring::npos;
+    })) << Caption(finder);
+    ASSERT_TRUE(Type(3, {VK_RETURN}));
+    EXPECT_TRUE(Shown(2));
+    EXPECT_TRUE(figures->WaitForExit(10000));
+    EXPECT_EQ(figures->ExitCode() & 16, 16u) << "restored and in front";
+}
+
 TEST_F(Product, SettingsFlagATakenCombinationAndApplyChangesAHotKeyWithoutARestart) {
     const auto holder = support::HoldHotKey(MOD_CONTROL | MOD_SHIFT, VK_F11);  // another program
     ASSERT_TRUE(Start());

@@ -30,9 +30,13 @@ void EndStragglers() {
 }
 
 void ShowDefault() {
-    const HDESK first = ::OpenDesktopW(L"Default", 0, FALSE, DESKTOP_SWITCHDESKTOP);
-    ::SwitchDesktop(first);
-    ::CloseDesktop(first);
+    ShowDesktop(1);
+}
+
+void ShowDesktop(int desk) {
+    const HDESK shown = ::OpenDesktopW(kDesks[desk - 1], 0, FALSE, DESKTOP_SWITCHDESKTOP);
+    ::SwitchDesktop(shown);
+    ::CloseDesktop(shown);
 }
 
 std::wstring ReporterText() {

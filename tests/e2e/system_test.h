@@ -23,6 +23,8 @@ void Kill(DWORD id);
 // Ends what a test left running of Zelkova2's programs.
 void EndStragglers();
 void ShowDefault();
+// Shows desktop N as another program would, behind Zelkova2's back.
+void ShowDesktop(int desk);
 // What the open error reporter shows.
 std::wstring ReporterText();
 
