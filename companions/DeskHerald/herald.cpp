@@ -46,6 +46,7 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
 }
 
 void Herald::Start() {
+    shell_.WatchWindows(NewsShown(registry_));
     if (desk_ >= 2) (void)StartStartupPrograms(os_, registry_, desk_);
     NoteMissingPrograms();
 }
@@ -83,6 +84,7 @@ bool Herald::Woken(const Wake& wake) {
             return false;
         case kSettingsChanged:  // a rename, or a hotkey stored as no key
             (void)settings_.Renew();
+            shell_.WatchWindows(NewsShown(registry_));
             news_.Look(WentHere());
             shell_.TrayChanged();
             break;

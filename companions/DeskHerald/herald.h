@@ -39,6 +39,9 @@ class Herald {
         virtual std::optional<bool> Ask(const Text& question) = 0;
         // Tells the user what went wrong with what they asked for.
         virtual void Tell(const Text& message) = 0;
+        // Whether to have the system report the desktop's windows (WindowsChanged): only while
+        // news is on.
+        virtual void WatchWindows(bool on) = 0;
         // The window that holds the hotkeys while the switcher starts again.
         [[nodiscard]] virtual Hwnd HotKeyWindow() = 0;
     };

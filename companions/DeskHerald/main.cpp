@@ -33,6 +33,7 @@ class HeraldShell final : public Herald::Shell {
     }
     void ShowBanner(const Text& name) override { banner_.Show(name); }
     void TrayChanged() override { tray_.Update(); }
+    void WatchWindows(bool on) override { tray_.WatchWindows(on); }
     void Arrived() override { tray_.WatchIfPointerOver(); }
     Hwnd HotKeyWindow() override { return tray_.Window(); }
     std::optional<bool> Ask(const Text& question) override {

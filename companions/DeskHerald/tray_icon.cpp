@@ -42,9 +42,6 @@ TrayIcon::~TrayIcon() {
 
 void TrayIcon::Attach(Herald& herald) {
     herald_ = &herald;
-    events_.emplace(Window(), [this](HWND flashed) {
-        herald_->WindowsChanged(reinterpret_cast<Hwnd>(flashed));
-    });
     Update();
 }
 
@@ -108,6 +105,16 @@ void TrayIcon::Update() {
     if (!added_) return;                 // no taskbar yet: TaskbarCreated adds it
     data.uVersion = NOTIFYICON_VERSION;  // NIN_SELECT, NIN_KEYSELECT and WM_CONTEXTMENU
     ::Shell_NotifyIconW(NIM_SETVERSION, &data);
+}
+
+void TrayIcon::WatchWindows(bool on) {
+    if (!on) {
+        events_.reset();
+    } else if (!events_) {
+        events_.emplace(Window(), [this](HWND flashed) {
+            if (herald_ != nullptr) herald_->WindowsChanged(reinterpret_cast<Hwnd>(flashed));
+        });
+    }
 }
 
 void TrayIcon::ShowMenu() {

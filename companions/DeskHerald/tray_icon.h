@@ -30,6 +30,8 @@ class TrayIcon final : public WindowBase<TrayIcon> {
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     // The desktop was just shown: the wheel is watched if the pointer is over the icon already.
     void WatchIfPointerOver();
+    // Has the system report the desktop's windows to the herald, or stops it.
+    void WatchWindows(bool on);
 
   private:
     void ShowMenu();

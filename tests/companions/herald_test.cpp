@@ -29,6 +29,7 @@ struct FakeShell final : Herald::Shell {
         return answer;
     }
     void Tell(const Text& message) override { told.push_back(message); }
+    void WatchWindows(bool) override {}
     Hwnd HotKeyWindow() override { return window; }
     Hwnd window = nullptr;
     std::vector<Text> told;

@@ -20,8 +20,10 @@ struct QuietShell final : Herald::Shell {
     void Arrived() override {}
     std::optional<bool> Ask(const Text&) override { return std::nullopt; }
     void Tell(const Text&) override {}
+    void WatchWindows(bool on) override { watching = on; }
     Hwnd HotKeyWindow() override { return nullptr; }
     int trayChanges = 0;
+    bool watching = false;
 };
 
 // The herald of desktop 2 watches while the user works on desktop 3, whose herald tells.
@@ -31,6 +33,7 @@ class NewsTest : public ::testing::Test {
         s_.os.CreateDesktopInOtherProcess(u"desk3");
         old_ = Window(u"Old mail", u"mail.exe");
         herald_ = std::make_unique<Herald>(s_.os, 2, controller_, shell_);
+        herald_->Start();
         s_.os.StartOnDesktop(u"desk3");
         shown_ = std::make_unique<Herald>(s_.os, 3, controller_, shownShell_);
         s_.os.ShowDesktopInOtherProcess(u"desk3");
@@ -115,10 +118,13 @@ TEST_F(NewsTest, AFlashIsNewsUntilTheWindowGoesOrTheDesktopIsVisitedAndTheSettin
     EXPECT_TRUE(Changed().empty()) << "seen";
 
     (void)Window(u"Calendar", u"mail.exe");
+    EXPECT_TRUE(shell_.watching);
     s_.os.registry().SetDword(u"Software\\Zelkova", u"ShowNews", 0);
     EXPECT_TRUE(Changed().empty());
+    EXPECT_FALSE(shell_.watching) << "the system is not asked to report windows";
     s_.os.registry().SetDword(u"Software\\Zelkova", u"ShowNews", 1);
     EXPECT_EQ(Changed(), std::vector<Text>{u"Calendar"});
+    EXPECT_TRUE(shell_.watching);
 }
 
 }  // namespace

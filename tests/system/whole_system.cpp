@@ -46,6 +46,7 @@ struct WholeSystem::Host final : companion::Pilot::Shell, companion::Herald::She
     void TrayChanged() override {}
     std::optional<bool> Ask(const Text&) override { return std::nullopt; }
     void Tell(const Text&) override {}
+    void WatchWindows(bool) override {}
     Hwnd HotKeyWindow() override { return window; }
 
     companion::WaitSet& Set() { return pilot ? pilot->Set() : herald->Set(); }
