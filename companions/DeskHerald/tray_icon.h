@@ -9,7 +9,7 @@
 
 #include "DeskHerald/herald.h"
 #include "DeskHerald/tray_wheel.h"
-#include "DeskHerald/window_events.h"
+#include "window/window_events.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 

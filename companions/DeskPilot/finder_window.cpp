@@ -34,6 +34,50 @@ FinderWindow::FinderWindow(Os& os, std::function<void(const FoundWindow&)> show)
     : os_(os), show_(std::move(show)) {
     CreateWindowOf(kFinderClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW, L"Zelkova2 Find",
                    WS_POPUP | WS_BORDER, RECT{0, 0, 1, 1});
+    Accessible().Connect(Window(), *this);
+}
+
+FinderWindow::~FinderWindow() {
+    Accessible().Disconnect();
+}
+
+// One for the process: a screen reader may hold it longer than the window lives.
+ListAccessible& FinderWindow::Accessible() {
+    static ListAccessible accessible;
+    return accessible;
+}
+
+Text FinderWindow::ListName() {
+    return finder_ && !finder_->Query().empty() ? u"Find a window: " + finder_->Query()
+                                                : Text(u"Find a window");
+}
+
+int FinderWindow::ItemCount() {
+    return finder_ ? static_cast<int>(finder_->Matches().size()) : 0;
+}
+
+Text FinderWindow::ItemName(int index) {
+    const FoundWindow& w = *finder_->Matches()[static_cast<std::size_t>(index)];
+    return FinderItemName(w.title, w.program, names_[w.desk - 1], w.news);
+}
+
+int FinderWindow::Chosen() {
+    const auto chosen = finder_ ? finder_->Chosen() : std::nullopt;
+    return chosen ? static_cast<int>(*chosen) : -1;
+}
+
+RECT FinderWindow::ItemRect(int index) {
+    const auto row = static_cast<std::size_t>(index);
+    if (row < first_ || row >= first_ + static_cast<std::size_t>(Rows())) return {};
+    RECT client{};
+    ::GetClientRect(Window(), &client);
+    const int top = queryHeight_ + static_cast<int>(row - first_) * rowHeight_;
+    return {0, top, client.right, top + rowHeight_};
+}
+
+void FinderWindow::Choose(int index) {
+    finder_->ChooseAt(static_cast<std::size_t>(index));
+    Choose();
 }
 
 int FinderWindow::Rows() const {
@@ -76,20 +120,15 @@ void FinderWindow::Hide() {
     finder_.reset();
 }
 
-// The caption says what is shown, for what can read a window but not its picture.
 void FinderWindow::Changed() {
     const auto chosen = finder_->Chosen();
     if (chosen) {
         if (*chosen < first_) first_ = *chosen;
         if (*chosen >= first_ + kVisibleRows) first_ = *chosen + 1 - kVisibleRows;
     }
-    Text caption = u"Zelkova2 Find: " + finder_->Query() + u"; " +
-                   DecimalText(static_cast<std::int64_t>(finder_->Matches().size())) + u" windows";
-    if (const FoundWindow* w = finder_->ChosenWindow())
-        caption += u"; chosen: " + w->title + u" (desktop " + DecimalText(w->desk) + u")";
-    ::SetWindowTextW(Window(), W(caption));
     LayOut();
     ::InvalidateRect(Window(), nullptr, FALSE);
+    Accessible().Moved();
 }
 
 void FinderWindow::Choose() {
@@ -127,12 +166,16 @@ void FinderWindow::Key(UINT key) {
 }
 
 LRESULT FinderWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!finder_ && message != WM_PAINT) return Default(message, wParam, lParam);
+    if (!finder_ && message != WM_PAINT && message != WM_GETOBJECT)
+        return Default(message, wParam, lParam);
     if (Away() && (message == WM_KEYDOWN || message == WM_CHAR)) {  // back before it was hidden
         Hide();
         return 0;
     }
     switch (message) {
+        case WM_GETOBJECT:
+            if (const LRESULT object = Accessible().GetObject(wParam, lParam)) return object;
+            return Default(message, wParam, lParam);
         case WM_KEYDOWN:
             Key(static_cast<UINT>(wParam));
             return 0;

@@ -10,6 +10,7 @@
 #include "platform/os.h"
 #include "shared/window_finder.h"
 #include "window/appearance.h"
+#include "window/list_accessible.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 
@@ -17,10 +18,11 @@ namespace zk::companion {
 
 inline constexpr wchar_t kFinderClass[] = L"Zelkova2Finder";
 
-class FinderWindow final : public WindowBase<FinderWindow> {
+class FinderWindow final : public WindowBase<FinderWindow>, private AccessibleListSource {
   public:
     // `show` is called with the window the user chose.
     FinderWindow(Os& os, std::function<void(const FoundWindow&)> show);
+    ~FinderWindow() override;
     // Lists the windows, with the news of `block` first.
     void Show(const SharedBlock& block);
     void Hide();
@@ -32,7 +34,15 @@ class FinderWindow final : public WindowBase<FinderWindow> {
     void Paint();
     void Choose();
     void Key(UINT key);
+    static ListAccessible& Accessible();
     [[nodiscard]] int Rows() const;
+
+    Text ListName() override;
+    int ItemCount() override;
+    Text ItemName(int index) override;
+    int Chosen() override;
+    RECT ItemRect(int index) override;
+    void Choose(int index) override;
 
     Os& os_;
     std::function<void(const FoundWindow&)> show_;

@@ -15,6 +15,7 @@
 #include "window/monitor.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
+#include "window/window_events.h"
 
 using namespace zk;
 using namespace zk::companion;
@@ -43,7 +44,11 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
         CreateWindowOf(kPilotClass, WS_EX_TOOLWINDOW, L"Zelkova2 switcher", WS_POPUP,
                        RECT{0, 0, 0, 0});
     }
-    void Attach(Pilot& pilot) { pilot_ = &pilot; }
+    void Attach(Pilot& pilot) {
+        pilot_ = &pilot;
+        // The pictures follow what changes on the desktop: at rest, none is taken.
+        events_.emplace(nullptr, [this](HWND) { pilot_->WindowsChanged(); });
+    }
 
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         if (pilot_ != nullptr && message == WM_HOTKEY) {
@@ -109,6 +114,7 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
     PreviewWindow preview_;
     FinderWindow finder_;
     Pilot* pilot_ = nullptr;
+    std::optional<WindowEvents> events_;
 };
 
 }  // namespace
@@ -122,6 +128,14 @@ ZK_ENTRY int ZkDeskPilot(int) {
     if (!IsDesktopNumber(args.desk)) return 2;
     ControllerProcess controller(os, args.controllerId);
     if (!controller.Found()) return 0;  // the controller is gone already
+    // The finder and the preview hand their accessible objects to screen readers through COM.
+    const struct Com {
+        Com() : ok(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+        ~Com() {
+            if (ok) ::CoUninitialize();
+        }
+        bool ok;
+    } com;
     PilotWindow window(os, args.desk);
     Pilot pilot(os, args.desk, controller, window.Window(), window);
     window.Attach(pilot);

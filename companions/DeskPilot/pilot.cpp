@@ -1,5 +1,6 @@
 #include "DeskPilot/pilot.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "desktop/companions.h"
@@ -75,7 +76,6 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     if (OwnHotKeys()) state_.Block().hotKeysPerDesktop = 1;
     companionHotKeys_.Register();
     (void)os.SetTimer(window_, kCaptureSoon, kMoment);
-    (void)os.SetTimer(window_, kCaptureAgain, kHalfMinute);
     if (desk == 1) NoteMissingHerald();
 }
 
@@ -164,7 +164,6 @@ bool Pilot::Woken(const Wake& wake) {
             if (shown == desk_) shell_.HidePutAway();
             (void)BringForwardIfAsked(os_, state_, desk_, shown);
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
-            (void)os_.SetTimer(window_, kCaptureAgain, kHalfMinute);
             return true;
         }
         case kWhichKey:
@@ -304,8 +303,21 @@ void Pilot::RequestSwitch(int target) {
 // The picture is taken before the preview opens, and none while it is open: the preview never
 // shows itself.
 void Pilot::OpenPreview() {
-    if (ownDesktop_.Shown() && !shell_.PreviewShown()) shell_.Capture();
+    TakePicture();
     shell_.ShowPreview();
+}
+
+void Pilot::TakePicture() {
+    if (!ownDesktop_.Shown() || shell_.PreviewShown()) return;
+    shell_.Capture();
+    lastPicture_ = os_.GetTickCount64();
+}
+
+void Pilot::WindowsChanged() {
+    if (pictureDue_ || !ownDesktop_.Shown()) return;
+    const std::uint64_t due = lastPicture_ + kHalfMinute, now = os_.GetTickCount64();
+    const auto wait = static_cast<std::uint32_t>(due > now ? due - now : 0);
+    pictureDue_ = os_.SetTimer(window_, kCaptureAgain, std::max(kMoment, wait)) != 0;
 }
 
 void Pilot::SessionEnding() {
@@ -314,13 +326,10 @@ void Pilot::SessionEnding() {
 
 void Pilot::TimerFired(std::uintptr_t id) {
     if (id == kGuardSwitch && !guard_.Look()) (void)os_.KillTimer(window_, kGuardSwitch);
-    if (id == kCaptureSoon) (void)os_.KillTimer(window_, kCaptureSoon);
     if (id != kCaptureSoon && id != kCaptureAgain) return;
-    if (ownDesktop_.Shown()) {
-        if (!shell_.PreviewShown()) shell_.Capture();
-    } else if (id == kCaptureAgain) {
-        (void)os_.KillTimer(window_, kCaptureAgain);  // until the desktop is shown again
-    }
+    (void)os_.KillTimer(window_, id);
+    if (id == kCaptureAgain) pictureDue_ = false;
+    TakePicture();
 }
 
 }  // namespace zk::companion

@@ -78,6 +78,9 @@ class Pilot {
     bool Woken(const Wake& wake);
     void HotKey(int id);
     void TimerFired(std::uintptr_t id);
+    // The shell saw this desktop's windows change: while it is shown, a picture follows a
+    // moment later, and at most every half minute. At rest nothing is taken.
+    void WindowsChanged();
     // The session is about to end (a log-off): on desktop 1 the switcher shows it first, so that
     // what asks the user before the end is seen, and a cancelled log-off leaves the user there.
     void SessionEnding();
@@ -105,6 +108,7 @@ class Pilot {
     void NoteMissingHerald();
     void ReportRefusedHotKeys();
     void OpenPreview();
+    void TakePicture();
 
     Os& os_;
     int desk_;
@@ -123,6 +127,8 @@ class Pilot {
     KeyRepeat keyRepeat_;
     SwitchGuard guard_;
     std::optional<Watchdog> herald_;
+    std::uint64_t lastPicture_ = 0;
+    bool pictureDue_ = false;
     // On the controller's own desktop a switch goes straight to its window: one process less on
     // the way than through the bridge.
     std::optional<ControllerLink> direct_;

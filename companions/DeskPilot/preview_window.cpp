@@ -49,6 +49,46 @@ PreviewWindow::PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails,
       showWindow_(std::move(showWindow)) {
     CreateWindowOf(kPreviewClass, WS_EX_TOPMOST | WS_EX_TOOLWINDOW, kPreviewCaption,
                    WS_POPUP | WS_BORDER, RECT{0, 0, 1, 1});
+    Accessible().Connect(Window(), *this);
+}
+
+PreviewWindow::~PreviewWindow() {
+    Accessible().Disconnect();
+}
+
+// One for the process: a screen reader may hold it longer than the window lives.
+ListAccessible& PreviewWindow::Accessible() {
+    static ListAccessible accessible;
+    return accessible;
+}
+
+Text PreviewWindow::ListName() {
+    return u"Zelkova2 desktops";
+}
+
+int PreviewWindow::ItemCount() {
+    return kDesktopCount;
+}
+
+Text PreviewWindow::ItemName(int index) {
+    const auto& windows = windows_[static_cast<std::size_t>(index)];
+    const Text news = !windows.empty() && windows.front().news ? windows.front().title : Text();
+    return PreviewItemName(index + 1, names_[static_cast<std::size_t>(index)], index + 1 == shown_,
+                           news);
+}
+
+int PreviewWindow::Chosen() {
+    return selected_ - 1;
+}
+
+RECT PreviewWindow::ItemRect(int index) {
+    const Rect& tile = layout_.tiles[static_cast<std::size_t>(index)];
+    const Rect& label = layout_.labels[static_cast<std::size_t>(index)];
+    return {tile.left, tile.top, tile.right, label.bottom};
+}
+
+void PreviewWindow::Choose(int index) {
+    ChooseDesk(index + 1);
 }
 
 void PreviewWindow::LayOut() {
@@ -72,11 +112,6 @@ void PreviewWindow::Show(const SharedBlock& block) {
     for (int d = 1; d <= kDesktopCount; ++d)
         names_[d - 1] = DesktopName(registry, d);
     selected_ = shown_;
-    // The caption names the tiles, for what can read a window but not its picture.
-    Text caption = u"Zelkova2 Preview:";
-    for (int d = 1; d <= kDesktopCount; ++d)
-        caption += u" " + PreviewLabel(d, names_[d - 1], d == shown_) + u";";
-    ::SetWindowTextW(Window(), W(caption));
     LayOut();
     for (auto& windows : windows_)
         windows.clear();
@@ -92,6 +127,7 @@ void PreviewWindow::Show(const SharedBlock& block) {
                               [](const FoundWindow& w) { return w.news; });
     }
     ::InvalidateRect(Window(), nullptr, FALSE);
+    Accessible().Moved();
 }
 
 void PreviewWindow::Hide() {
@@ -100,12 +136,15 @@ void PreviewWindow::Hide() {
 }
 
 // The switcher puts the preview away when the choice leaves this desktop, or hides it.
-void PreviewWindow::Choose(int desk) {
+void PreviewWindow::ChooseDesk(int desk) {
     choose_(desk);
 }
 
 LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_GETOBJECT:
+            if (const LRESULT object = Accessible().GetObject(wParam, lParam)) return object;
+            return Default(message, wParam, lParam);
         case WM_KEYDOWN: {
             if (Away()) {  // back on its desktop before the switcher hid it
                 Hide();
@@ -115,8 +154,9 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (action.kind == PreviewAction::Select) {
                 selected_ = action.desktop;
                 ::InvalidateRect(Window(), nullptr, FALSE);
+                Accessible().Moved();
             } else if (action.kind == PreviewAction::Choose) {
-                Choose(action.desktop);
+                ChooseDesk(action.desktop);
             } else if (action.kind == PreviewAction::Cancel) {
                 Hide();
             }
@@ -136,7 +176,7 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                 return 0;
             }
             const int desk = TileAt(layout_, x, y);
-            if (desk != 0) Choose(desk);
+            if (desk != 0) ChooseDesk(desk);
             return 0;
         }
         case WM_ACTIVATE:

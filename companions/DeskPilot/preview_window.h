@@ -11,6 +11,7 @@
 #include "platform/os.h"
 #include "shared/window_finder.h"
 #include "window/appearance.h"
+#include "window/list_accessible.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 
@@ -22,12 +23,13 @@ inline constexpr wchar_t kPreviewCaption[] = L"Zelkova2 Preview";
 // How a picture's pixels lie in its shared slot: 32-bit, top row first.
 [[nodiscard]] BITMAPINFO ThumbnailBitmapInfo();
 
-class PreviewWindow final : public WindowBase<PreviewWindow> {
+class PreviewWindow final : public WindowBase<PreviewWindow>, private AccessibleListSource {
   public:
     // `shown` is the switcher's desktop; `choose` is called with the chosen one, `showWindow`
     // with a window whose title was clicked.
     PreviewWindow(Os& os, int shown, ThumbnailStore& thumbnails, std::function<void(int)> choose,
                   std::function<void(const FoundWindow&)> showWindow);
+    ~PreviewWindow() override;
     // Shows the desktops, with the news of `block` first under each and its tile marked.
     void Show(const SharedBlock& block);
     void Hide();
@@ -35,8 +37,16 @@ class PreviewWindow final : public WindowBase<PreviewWindow> {
 
   private:
     void Paint();
-    void Choose(int desk);
+    void ChooseDesk(int desk);
     void LayOut();
+    static ListAccessible& Accessible();
+
+    Text ListName() override;
+    int ItemCount() override;
+    Text ItemName(int index) override;
+    int Chosen() override;
+    RECT ItemRect(int index) override;
+    void Choose(int index) override;
 
     Os& os_;
     int shown_;

@@ -12,8 +12,9 @@ namespace {
 
 // The shell's own windows: the taskbar, the desktop behind the windows, and Wine's tray.
 bool OfTheShell(const Text& className) {
-    constexpr std::array<std::u16string_view, 4> kShell = {
-        u"Shell_TrayWnd", u"Shell_SecondaryTrayWnd", u"Progman", u"WorkerW"};
+    constexpr std::array<std::u16string_view, 5> kShell = {
+        u"Shell_TrayWnd", u"Shell_SecondaryTrayWnd", u"Progman", u"WorkerW",
+        u"__winex11_standalone_tray"};
     return std::find(kShell.begin(), kShell.end(), className) != kShell.end();
 }
 

@@ -102,6 +102,17 @@ std::vector<Text> PreviewTitleRows(const std::vector<Text>& titles) {
     return rows;
 }
 
+Text PreviewItemName(int desk, const Text& name, bool shown, const Text& newWindow) {
+    Text item = DecimalText(desk) + u" " + name;
+    if (shown) item += u", shown";
+    if (!newWindow.empty()) item += u", new: " + newWindow;
+    return item;
+}
+
+Text FinderItemName(const Text& title, const Text& program, const Text& desktopName, bool news) {
+    return (news ? u"New: " : u"") + title + u", " + program + u", " + desktopName;
+}
+
 Text PreviewLabel(int desk, const Text& name, bool shown) {
     Text label = DecimalText(desk) + u"  " + name;
     if (shown) label += u"  (shown)";

@@ -64,6 +64,11 @@ struct PreviewLayout {
 [[nodiscard]] std::size_t PreviewWindowRows(std::size_t windows);
 [[nodiscard]] Text PreviewLabel(int desk, const Text& name, bool shown);
 
+// What a screen reader says of a desktop in the preview, and of a window in the finder.
+[[nodiscard]] Text PreviewItemName(int desk, const Text& name, bool shown, const Text& newWindow);
+[[nodiscard]] Text FinderItemName(const Text& title, const Text& program, const Text& desktopName,
+                                  bool news);
+
 // The banner that names a shown desktop, centred on the screen.
 [[nodiscard]] Rect BannerRect(int dpi, const Rect& monitor);
 

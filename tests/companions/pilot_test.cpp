@@ -236,31 +236,38 @@ TEST_P(PilotTest, AHeldKeySwitchesOnceAndASecondPressSwitchesAgain) {
     EXPECT_TRUE(arrives(true).empty()) << "the repeats after it are repeats";
 }
 
-TEST_P(PilotTest, PicturesComeAMomentAfterTheDesktopIsShownAndEveryHalfMinuteWhileItStays) {
+// At rest nothing wakes the switcher: a picture follows a change of the desktop's windows.
+TEST_P(PilotTest,
+       PicturesComeAMomentAfterTheDesktopIsShownAndAfterItsWindowsChangeAtMostEveryHalfMinute) {
     Start(2);
-    s_.os.AdvanceTime(Pilot::kMoment);
-    Pump();
-    EXPECT_TRUE(shell_.calls.empty()) << "desktop 2 is not shown";
+    const auto changed = [&](std::uint64_t after) {
+        pilot_->WindowsChanged();
+        pilot_->WindowsChanged();  // a burst
+        s_.os.AdvanceTime(after);
+        Pump();
+        return std::count(shell_.calls.begin(), shell_.calls.end(), "capture");
+    };
+    EXPECT_EQ(changed(Pilot::kMoment), 0) << "desktop 2 is not shown";
     s_.os.ShowDesktopInOtherProcess(u"desk2");
     s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
     Pump();
     s_.os.AdvanceTime(Pilot::kMoment);
     Pump();
-    s_.os.AdvanceTime(Pilot::kHalfMinute);
+    EXPECT_EQ(shell_.calls, std::vector<std::string>{"capture"});
+    s_.os.AdvanceTime(10 * Pilot::kHalfMinute);
     Pump();
-    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"capture", "capture"}));
+    EXPECT_EQ(shell_.calls.size(), 1u) << "none at rest";
+    EXPECT_EQ(changed(Pilot::kMoment), 2);
+    EXPECT_EQ(changed(Pilot::kMoment), 2) << "not within half a minute of the last";
+    EXPECT_EQ(changed(Pilot::kHalfMinute), 3) << "but then";
     s_.os.ShowDesktopInOtherProcess(u"Default");
-    for (int i = 0; i < 3; ++i) {
-        s_.os.AdvanceTime(Pilot::kHalfMinute);
-        Pump();
-    }
-    EXPECT_EQ(shell_.calls.size(), 2u) << "none while another desktop is shown";
+    EXPECT_EQ(changed(Pilot::kHalfMinute), 3) << "none while another desktop is shown";
     s_.os.ShowDesktopInOtherProcess(u"desk2");
     pilot_->HotKey(6);
     s_.Raise("ShowPopupSwitcher2");
     Pump();
-    EXPECT_EQ(shell_.calls,
-              (std::vector<std::string>{"capture", "capture", "capture", "show", "show"}))
+    EXPECT_EQ(shell_.calls, (std::vector<std::string>{"capture", "capture", "capture", "capture",
+                                                      "show", "show"}))
         << "one before the preview opens, none while it is open: it would show itself";
 }
 

@@ -46,11 +46,17 @@ TEST_F(Product, EachDesktopsTrayIconNamesItAndItsMenuAndClickSwitchAndPreview) {
     ::Sleep(200);
     ASSERT_TRUE(Type(1, {'3'}));
     EXPECT_TRUE(Shown(3));
-    // A click on desktop 3's icon opens the preview there, with the names.
+    // A click on desktop 3's icon opens the preview there, whose desktops a screen reader reads.
     ::PostMessageW(WindowOn(L"desk3", L"Zelkova2Tray", false), kTrayMessage, 0, NIN_SELECT);
     HWND preview = nullptr;
     ASSERT_TRUE(Within(5000, [&] { return (preview = WindowOn(L"desk3", L"Zelkova2Preview")); }));
-    EXPECT_NE(Caption(preview).find(L"3  Mail  (shown)"), std::wstring::npos) << Caption(preview);
+    EXPECT_EQ(support::AccessibleItems(preview),
+              (std::vector<std::wstring>{L"Zelkova2 desktops", L"1 Desktop 1", L"2 Desktop 2",
+                                         L"3 Mail, shown [selected]", L"4 Desktop 4"}));
+    ASSERT_TRUE(TypeInto(3, L"Zelkova2Preview", {VK_RIGHT}));
+    EXPECT_TRUE(Within(3000, [&] {
+        return support::AccessibleItems(preview).back() == L"4 Desktop 4 [selected]";
+    }));
     ASSERT_TRUE(TypeInto(3, L"Zelkova2Preview", {VK_ESCAPE}));
     EXPECT_TRUE(Within(3000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
     // The tooltip follows a rename at once, and tells of a hotkey stored as no key.
@@ -99,11 +105,21 @@ TEST_F(Product, AWindowOpenedOnADesktopNotShownIsToldWhereTheUserIsAndOneKeyGoes
     ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, VK_SPACE}));
     HWND finder = nullptr;
     ASSERT_TRUE(Within(5000, [&] { return (finder = WindowOn(L"desk3", L"Zelkova2Finder")); }));
-    ASSERT_TRUE(TypeInto(3, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'}));
+    const std::wstring told =
+        L"New: Quarterly figures - Stand-in, recorder.exe, Desktop 2 [selected]";
     EXPECT_TRUE(Within(3000, [&] {
-        return Caption(finder).find(L"chosen: Quarterly figures - Stand-in (desktop 2)") !=
-               std::wstring::npos;
-    })) << Caption(finder);
+        const auto items = support::AccessibleItems(finder);
+        return items.size() > 1 && items[1] == told;
+    })) << "first, and what a screen reader reads of it";
+    ASSERT_TRUE(TypeInto(3, L"Zelkova2Finder", {'Q', 'U', 'A', 'R'}));
+    std::vector<std::wstring> items;
+    EXPECT_TRUE(Within(3000,
+                       [&] {
+                           items = support::AccessibleItems(finder);
+                           return items == std::vector<std::wstring>{L"Find a window: quar", told};
+                       }))
+        << (items.empty() ? std::string("nothing told")
+                          : std::string(items[0].begin(), items[0].end()));
     ASSERT_TRUE(Type(3, {VK_RETURN}));
     EXPECT_TRUE(Shown(2));
     EXPECT_TRUE(figures->WaitForExit(10000));

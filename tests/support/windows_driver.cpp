@@ -2,6 +2,7 @@
 
 #include "support/recorder_file.h"
 
+#include <oleacc.h>
 #include <shlobj.h>
 #include <tlhelp32.h>
 
@@ -204,7 +205,44 @@ BOOL CALLBACK MatchShown(HWND window, LPARAM lParam) {
     return TRUE;
 }
 
+// Its client area's list, and each item's name and state.
+std::vector<std::wstring> AccessibleItemsOf(HWND window) {
+    IAccessible* list = nullptr;
+    if (FAILED(::AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT),
+                                            __uuidof(IAccessible),
+                                            reinterpret_cast<void**>(&list)))) {
+        return {};
+    }
+    std::vector<std::wstring> told;
+    long count = 0;
+    (void)list->get_accChildCount(&count);
+    for (long child = 0; child <= count; ++child) {
+        VARIANT id{};
+        id.vt = VT_I4;
+        id.lVal = child;
+        BSTR name = nullptr;
+        VARIANT state{};
+        if (FAILED(list->get_accName(id, &name)) || name == nullptr) break;
+        std::wstring item = name;
+        ::SysFreeString(name);
+        if (child > 0 && SUCCEEDED(list->get_accState(id, &state)) &&
+            (state.lVal & STATE_SYSTEM_SELECTED) != 0) {
+            item += L" [selected]";
+        }
+        told.push_back(item);
+    }
+    list->Release();
+    return told;
+}
+
 }  // namespace
+
+std::vector<std::wstring> AccessibleItems(HWND window) {
+    const HRESULT com = ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    std::vector<std::wstring> told = AccessibleItemsOf(window);
+    if (SUCCEEDED(com)) ::CoUninitialize();
+    return told;
+}
 
 std::wstring Caption(HWND window) {
     wchar_t text[512] = {};

@@ -82,6 +82,9 @@ HWND WindowOn(const wchar_t* desktop, const wchar_t* className, bool mustBeShown
 // The classes of the windows shown on a desktop, for a failure to name what may hold the input.
 std::wstring ShownWindows(const wchar_t* desktop);
 std::wstring Caption(HWND window);
+// What a screen reader is told of a window's client area (AccessibleObjectFromWindow): its name,
+// then each item's name, with " [selected]" after the selected one; empty when it tells nothing.
+std::vector<std::wstring> AccessibleItems(HWND window);
 
 std::wstring LogPath();
 std::string LogText();

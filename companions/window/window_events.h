@@ -1,9 +1,10 @@
 #pragma once
-// What the system tells the herald of its desktop's windows: a window that comes, goes, or is
-// shown or hidden (out-of-context WinEvents, which a thread gets for the windows of its own
-// desktop), and one that asks for attention (the shell hook's HSHELL_FLASH, where the system
-// lets a window register for it: RegisterShellHookWindow; Wine 8 and 10 refuse it, so there
-// only a window's coming is seen). This process's own windows are left out.
+// What the system tells a companion of its desktop's windows: a window that comes, goes, is
+// shown or hidden, or comes to the front (out-of-context WinEvents, which a thread gets for the
+// windows of its own desktop), and, to a window registered for the shell hook, one that asks for
+// attention (HSHELL_FLASH, where the system lets a window register: RegisterShellHookWindow;
+// Wine 8 and 10 refuse it). This process's own windows are left out. Nothing comes while the
+// desktop rests.
 
 #include <windows.h>
 
@@ -15,7 +16,8 @@ namespace zk::companion {
 
 class WindowEvents {
   public:
-    // `changed` gets the window that asks for attention, or nothing when windows changed.
+    // `changed` gets the window that asks for attention, or nothing when windows changed;
+    // `shellHookWindow` (if any) is registered for the shell hook's messages.
     WindowEvents(HWND shellHookWindow, std::function<void(HWND flashed)> changed);
     ~WindowEvents();
     WindowEvents(const WindowEvents&) = delete;
@@ -32,7 +34,8 @@ class WindowEvents {
     std::function<void(HWND)> changed_;
     UINT shellHookMessage_;
     bool shellHook_ = false;
-    UniqueWinEventHook hook_;
+    UniqueWinEventHook windows_;
+    UniqueWinEventHook foreground_;
     // The callback's way back: a herald has one.
     static inline WindowEvents* self_ = nullptr;
 };

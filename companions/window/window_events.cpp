@@ -1,4 +1,4 @@
-#include "DeskHerald/window_events.h"
+#include "window/window_events.h"
 
 #include <utility>
 
@@ -9,9 +9,12 @@ WindowEvents::WindowEvents(HWND shellHookWindow, std::function<void(HWND flashed
       changed_(std::move(changed)),
       shellHookMessage_(::RegisterWindowMessageW(L"SHELLHOOK")) {
     self_ = this;
-    shellHook_ = ::RegisterShellHookWindow(window_) != FALSE;
-    hook_.reset(::SetWinEventHook(EVENT_OBJECT_CREATE, EVENT_OBJECT_HIDE, nullptr, WinEvent, 0, 0,
-                                  WINEVENT_OUTOFCONTEXT | WINEVENT_SKIPOWNPROCESS));
+    shellHook_ = window_ != nullptr && ::RegisterShellHookWindow(window_) != FALSE;
+    constexpr DWORD kOutOfContext = WINEVENT_OUTOFCONTEXT | WINEVENT_SKIPOWNPROCESS;
+    windows_.reset(::SetWinEventHook(EVENT_OBJECT_CREATE, EVENT_OBJECT_HIDE, nullptr, WinEvent, 0,
+                                     0, kOutOfContext));
+    foreground_.reset(::SetWinEventHook(EVENT_SYSTEM_FOREGROUND, EVENT_SYSTEM_FOREGROUND, nullptr,
+                                        WinEvent, 0, 0, kOutOfContext));
 }
 
 WindowEvents::~WindowEvents() {
