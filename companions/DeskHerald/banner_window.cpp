@@ -4,6 +4,7 @@
 #include "resident/switch_guard.h"
 #include "window/appearance.h"
 #include "window/monitor.h"
+#include "window/view_colours.h"
 
 using zk::win32::W;
 
@@ -12,7 +13,6 @@ namespace {
 
 constexpr UINT_PTR kHideTimer = 1, kLookTimer = 2;
 constexpr UINT kShownFor = 1000;
-constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242);
 
 }  // namespace
 
@@ -76,15 +76,15 @@ void BannerWindow::Paint() {
     RECT client;
     ::GetClientRect(Window(), &client);
     {
-        const UniqueBrush background(::CreateSolidBrush(kBackground));
+        const ViewColours colours = CurrentViewColours();
+        const UniqueBrush background(::CreateSolidBrush(Ref(colours.background)));
         ::FillRect(dc, &client, background.get());
-        const Rgb c = DesktopColour(desk_);
-        const UniqueBrush stripe(::CreateSolidBrush(RGB(c.r, c.g, c.b)));
+        const UniqueBrush stripe(::CreateSolidBrush(Ref(DesktopColour(desk_))));
         RECT edge{0, 0, client.right, Scale(6, static_cast<int>(::GetDpiForWindow(Window())))};
         ::FillRect(dc, &edge, stripe.get());
         const Selection font(dc, font_.get());
         ::SetBkMode(dc, TRANSPARENT);
-        ::SetTextColor(dc, kText);
+        ::SetTextColor(dc, Ref(colours.text));
         ::DrawTextW(dc, W(text_), -1, &client,
                     DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
     }

@@ -12,17 +12,21 @@ using zk::win32::W;
 namespace zk::companion {
 namespace {
 
-constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242),
-                   kDim = RGB(160, 166, 176), kChosen = RGB(58, 66, 82), kQuery = RGB(44, 50, 62);
 constexpr int kWidth = 640, kRowHeight = 30, kQueryHeight = 44, kVisibleRows = 12;
 
-void Fill(HDC dc, const RECT& r, COLORREF colour) {
-    const UniqueBrush brush(::CreateSolidBrush(colour));
+void Fill(HDC dc, const RECT& r, Rgb colour) {
+    const UniqueBrush brush(::CreateSolidBrush(Ref(colour)));
     ::FillRect(dc, &r, brush.get());
 }
 
-// The window's own small icon, its class's, or the system's for a program.
+// The window's own small icon (asked briefly: its program may hang), its class's, or the
+// system's for a program.
 HICON IconOf(HWND window) {
+    DWORD_PTR own = 0;
+    if (::SendMessageTimeoutW(window, WM_GETICON, ICON_SMALL2, 0, SMTO_ABORTIFHUNG, 50, &own) &&
+        own != 0) {
+        return reinterpret_cast<HICON>(own);
+    }
     auto icon = reinterpret_cast<HICON>(::GetClassLongPtrW(window, GCLP_HICONSM));
     if (icon == nullptr) icon = reinterpret_cast<HICON>(::GetClassLongPtrW(window, GCLP_HICON));
     return icon != nullptr ? icon : ::LoadIconW(nullptr, IDI_APPLICATION);
@@ -212,6 +216,11 @@ LRESULT FinderWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DPICHANGED:
             LayOut();
             return 0;
+        case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
+        case WM_THEMECHANGED:
+            ::InvalidateRect(Window(), nullptr, FALSE);
+            return 0;
         case WM_PAINT:
             Paint();
             return 0;
@@ -226,25 +235,26 @@ void FinderWindow::Paint() {
     const BufferedPaint paint(Window());
     const HDC dc = paint.Dc();
     const RECT& client = paint.Client();
-    Fill(dc, client, kBackground);
+    const ViewColours colours = CurrentViewColours();
+    Fill(dc, client, colours.background);
     if (finder_) {
         const Selection font(dc, font_.get());
         ::SetBkMode(dc, TRANSPARENT);
         const int pad = Scale(10, dpi_), icon = Scale(16, dpi_), chip = Scale(10, dpi_);
         RECT query{0, 0, client.right, queryHeight_};
-        Fill(dc, query, kQuery);
+        Fill(dc, query, colours.field);
         query.left += pad;
         const Text prompt = finder_->Query().empty()
-                                ? Text(u"Find a window: type part of its title")
+                                ? Text(u"Find a window: type part of its title or program")
                                 : finder_->Query() + u"\u258F";
-        ::SetTextColor(dc, finder_->Query().empty() ? kDim : kText);
+        ::SetTextColor(dc, Ref(finder_->Query().empty() ? colours.dim : colours.text));
         ::DrawTextW(dc, W(prompt), -1, &query,
                     DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         const auto& matches = finder_->Matches();
         const auto chosen = finder_->Chosen();
         if (matches.empty()) {
             RECT none{pad, queryHeight_, client.right - pad, queryHeight_ + rowHeight_};
-            ::SetTextColor(dc, kDim);
+            ::SetTextColor(dc, Ref(colours.dim));
             ::DrawTextW(dc, L"No window has that in its title or program.", -1, &none,
                         DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
@@ -254,7 +264,8 @@ void FinderWindow::Paint() {
             const FoundWindow& w = *matches[at];
             const int top = queryHeight_ + row * rowHeight_;
             RECT line{0, top, client.right, top + rowHeight_};
-            if (chosen && *chosen == at) Fill(dc, line, kChosen);
+            const bool isChosen = chosen && *chosen == at;
+            if (isChosen) Fill(dc, line, colours.chosen);
             ::DrawIconEx(dc, pad, top + (rowHeight_ - icon) / 2, IconOf(w.window), icon, icon, 0,
                          nullptr, DI_NORMAL);
             // The desktop, at the right: a chip in its colour and its name.
@@ -262,17 +273,16 @@ void FinderWindow::Paint() {
             SIZE deskSize{};
             ::GetTextExtentPoint32W(dc, W(desk), static_cast<int>(desk.size()), &deskSize);
             const int deskLeft = client.right - pad - deskSize.cx;
-            const Rgb colour = DesktopColour(w.desk);
             Fill(dc,
                  RECT{deskLeft - pad / 2 - chip, top + (rowHeight_ - chip) / 2, deskLeft - pad / 2,
                       top + (rowHeight_ + chip) / 2},
-                 RGB(colour.r, colour.g, colour.b));
+                 DesktopColour(w.desk));
             RECT deskRect{deskLeft, top, client.right - pad, top + rowHeight_};
-            ::SetTextColor(dc, kDim);
+            ::SetTextColor(dc, Ref(isChosen ? colours.chosenText : colours.dim));
             ::DrawTextW(dc, W(desk), -1, &deskRect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
             RECT title{pad * 2 + icon, top, deskLeft - pad - chip - pad, top + rowHeight_};
             const Text text = (w.news ? u"New: " : u"") + w.title + u"  \u2014  " + w.program;
-            ::SetTextColor(dc, kText);
+            ::SetTextColor(dc, Ref(isChosen ? colours.chosenText : colours.text));
             ::DrawTextW(dc, W(text), -1, &title,
                         DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         }

@@ -11,17 +11,9 @@ using zk::win32::W;
 namespace zk::companion {
 namespace {
 
-constexpr COLORREF kBackground = RGB(32, 36, 44), kText = RGB(235, 238, 242),
-                   kSelected = RGB(235, 238, 242), kEmpty = RGB(56, 62, 74),
-                   kDim = RGB(170, 176, 186);
-
-COLORREF Colour(Rgb c) {
-    return RGB(c.r, c.g, c.b);
-}
-
-void Fill(HDC dc, const Rect& r, COLORREF colour) {
+void Fill(HDC dc, const Rect& r, Rgb colour) {
     const RECT rect{r.left, r.top, r.right, r.bottom};
-    const UniqueBrush brush(::CreateSolidBrush(colour));
+    const UniqueBrush brush(::CreateSolidBrush(Ref(colour)));
     ::FillRect(dc, &rect, brush.get());
 }
 
@@ -185,6 +177,11 @@ LRESULT PreviewWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DPICHANGED:
             if (::IsWindowVisible(Window())) LayOut();
             return 0;
+        case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
+        case WM_THEMECHANGED:
+            ::InvalidateRect(Window(), nullptr, FALSE);
+            return 0;
         case WM_PAINT:
             Paint();
             return 0;
@@ -200,17 +197,18 @@ void PreviewWindow::Paint() {
     const HDC dc = paint.Dc();
     const RECT& client = paint.Client();
     {
-        Fill(dc, {0, 0, client.right, client.bottom}, kBackground);
+        const ViewColours colours = CurrentViewColours();
+        Fill(dc, {0, 0, client.right, client.bottom}, colours.background);
         const Selection font(dc, font_.get());
         ::SetBkMode(dc, TRANSPARENT);
-        ::SetTextColor(dc, kText);
+        ::SetTextColor(dc, Ref(colours.text));
         ::SetStretchBltMode(dc, HALFTONE);
         const BITMAPINFO info = ThumbnailBitmapInfo();
         for (int d = 1; d <= kDesktopCount; ++d) {
             const Rect& tile = layout_.tiles[d - 1];
             const int f = layout_.frame;
             if (d == selected_ || d == shown_) {
-                const COLORREF frame = d == selected_ ? kSelected : Colour(DesktopColour(d));
+                const Rgb frame = d == selected_ ? colours.chosen : DesktopColour(d);
                 Fill(dc, {tile.left - f, tile.top - f, tile.right + f, tile.bottom + f}, frame);
             }
             const Thumbnail* picture = thumbnails_.Of(d);
@@ -219,7 +217,7 @@ void PreviewWindow::Paint() {
                                 kThumbnailWidth, kThumbnailHeight, picture->pixels, &info,
                                 DIB_RGB_COLORS, SRCCOPY);
             } else {
-                Fill(dc, tile, kEmpty);
+                Fill(dc, tile, colours.field);
             }
             const Rect& l = layout_.labels[d - 1];
             RECT label{l.left, l.top, l.right, l.bottom};
@@ -233,18 +231,18 @@ void PreviewWindow::Paint() {
                 const int dot = layout_.frame * 3;
                 Fill(dc,
                      {tile.right - 2 * dot, tile.top + dot, tile.right - dot, tile.top + 2 * dot},
-                     Colour(kNewsColour));
+                     kNewsColour);
             }
             const auto rows = PreviewTitleRows(titles);
             const Selection small(dc, titleFont_.get());
-            ::SetTextColor(dc, kDim);
+            ::SetTextColor(dc, Ref(colours.dim));
             for (std::size_t r = 0; r < rows.size(); ++r) {
                 const Rect& t = layout_.titles[d - 1][r];
                 RECT row{t.left, t.top, t.right, t.bottom};
                 ::DrawTextW(dc, W(rows[r]), -1, &row,
                             DT_LEFT | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
             }
-            ::SetTextColor(dc, kText);
+            ::SetTextColor(dc, Ref(colours.text));
         }
     }
 }

@@ -12,6 +12,7 @@
 #include "shared/window_finder.h"
 #include "window/appearance.h"
 #include "window/list_accessible.h"
+#include "window/view_colours.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
 

@@ -1,6 +1,7 @@
 #pragma once
-// What the error reporter shows: the newest entries of the log first, or that nothing has been
-// logged, and first of all, when the log cannot be written, that and where it was tried.
+// What the error reporter shows: a heading that says what the lines are and what to do, then the
+// newest entries of the log first, each on one line, or that nothing has been logged; and first
+// of all, when the log cannot be written, that and where it was tried.
 
 #include "platform/os.h"
 

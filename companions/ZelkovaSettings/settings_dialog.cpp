@@ -40,7 +40,10 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             ShowStartButton();
             ::SetTimer(Window(), kStartButtonTimer, kStartButtonEvery, nullptr);
-            return TRUE;
+            ::EnableWindow(Item(IDC_APPLY), FALSE);  // until something changes
+            // The first desktop's name: a key typed first must not replace a hotkey.
+            ::SetFocus(Item(IDC_NAME1));
+            return FALSE;
         case WM_TIMER:
             ShowStartButton();
             return 0;
@@ -99,6 +102,10 @@ void SettingsDialog::Fill() {
     ::CheckDlgButton(Window(), IDC_AUTOSTART, settings_.autostart ? BST_CHECKED : 0);
     ::CheckDlgButton(Window(), IDC_BANNER, settings_.banner ? BST_CHECKED : 0);
     ::CheckDlgButton(Window(), IDC_NEWS, settings_.news ? BST_CHECKED : 0);
+    bool laptop = true;
+    for (int id = 1; id <= kAllHotKeyCount; ++id)
+        laptop = laptop && settings_.hotkeys[id - 1] == LaptopHotKey(id);
+    ::CheckDlgButton(Window(), IDC_LAPTOP, laptop ? BST_CHECKED : 0);
     filling_ = false;
     ShowStates();
 }
@@ -209,6 +216,10 @@ bool SettingsDialog::Apply() {
 
 void SettingsDialog::Command(int id, int code) {
     const auto inRow = [id](int first) { return id >= first && id < first + kAllHotKeyCount; };
+    const bool changes = code == EN_CHANGE || code == CBN_SELCHANGE ||
+                         (code == BN_CLICKED && id != IDC_APPLY && id != IDOK && id != IDCANCEL &&
+                          id != IDC_STARTZK);
+    if (changes && !filling_) ::EnableWindow(Item(IDC_APPLY), TRUE);
     if (inRow(IDC_HOTKEY1) && code == EN_CHANGE && !filling_) {
         const auto value =
             static_cast<std::uint16_t>(::SendMessageW(Item(id), HKM_GETHOTKEY, 0, 0));
@@ -222,8 +233,9 @@ void SettingsDialog::Command(int id, int code) {
         PickHotKey((id - IDC_KEYLIST1) % 10 + 1);
         ShowStates();
     } else if (id == IDC_LAPTOP) {
+        const bool laptop = ::IsDlgButtonChecked(Window(), IDC_LAPTOP) == BST_CHECKED;
         for (int hotkey = 1; hotkey <= kAllHotKeyCount; ++hotkey) {
-            settings_.hotkeys[hotkey - 1] = LaptopHotKey(hotkey);
+            settings_.hotkeys[hotkey - 1] = laptop ? LaptopHotKey(hotkey) : DefaultHotKey(hotkey);
             ShowHotKey(hotkey);
         }
         ShowStates();
@@ -235,7 +247,7 @@ void SettingsDialog::Command(int id, int code) {
                 W(launcher + u" could not be started: " + ApiErrorText(os_, os_.GetLastError())));
         }
     } else if (id == IDC_APPLY) {
-        (void)Apply();
+        if (Apply()) ::EnableWindow(Item(IDC_APPLY), FALSE);
     } else if (id == IDOK) {
         if (Apply()) ::DestroyWindow(Window());
     } else if (id == IDCANCEL) {

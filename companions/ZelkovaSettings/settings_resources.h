@@ -10,7 +10,7 @@
 #define IDC_BANNER 161
 #define IDC_RESULT 162
 #define IDC_APPLY 163
-#define IDC_LAPTOP 164  /* the number row's hotkeys, for a keyboard without a keypad */
+#define IDC_LAPTOP 164  /* the number row's hotkeys for a keyboard without a keypad, or back */
 #define IDC_STARTZK 165 /* shown while Zelkova2 does not run */
 #define IDC_NEWS 166
 #define IDC_LABEL1 300   /* the hotkeys' labels, from the hotkey table */

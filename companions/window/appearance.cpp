@@ -102,6 +102,27 @@ std::vector<Text> PreviewTitleRows(const std::vector<Text>& titles) {
     return rows;
 }
 
+ViewColours ViewColoursFor(const SystemColours* highContrast) {
+    if (highContrast != nullptr) {
+        const SystemColours& s = *highContrast;
+        return {s.window, s.windowText, s.grayText, s.window, s.highlight, s.highlightText};
+    }
+    return {{32, 36, 44}, {235, 238, 242}, {166, 172, 182},
+            {44, 50, 62}, {51, 114, 196},  {255, 255, 255}};
+}
+
+double ContrastRatio(Rgb a, Rgb b) {
+    const auto luminance = [](Rgb c) {
+        const auto linear = [](std::uint8_t v) {
+            const double s = v / 255.0;
+            return s <= 0.04045 ? s / 12.92 : std::pow((s + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(c.r) + 0.7152 * linear(c.g) + 0.0722 * linear(c.b);
+    };
+    const double la = luminance(a), lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
 Text PreviewItemName(int desk, const Text& name, bool shown, const Text& newWindow) {
     Text item = DecimalText(desk) + u" " + name;
     if (shown) item += u", shown";

@@ -21,6 +21,21 @@ struct Rgb {
 // Desktop 1 in zelkova green, the others each in a colour of its own.
 [[nodiscard]] Rgb DesktopColour(int desk);
 [[nodiscard]] Rgb EdgeColour(Rgb fill);
+// The colours of the views drawn by hand (the finder, the preview, the banner): Zelkova2's own,
+// or in high contrast the ones the user chose for the system. The chosen row or tile stands out
+// from its neighbours by at least 3:1, and text from what is behind it by at least 4.5:1.
+struct ViewColours {
+    Rgb background, text, dim, field, chosen, chosenText;
+};
+// COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_GRAYTEXT, COLOR_HIGHLIGHT and COLOR_HIGHLIGHTTEXT.
+struct SystemColours {
+    Rgb window, windowText, grayText, highlight, highlightText;
+};
+// Zelkova2's own colours, or with `highContrast` the system's.
+[[nodiscard]] ViewColours ViewColoursFor(const SystemColours* highContrast);
+// How far apart two colours are for the eye (the WCAG contrast ratio, 1 to 21).
+[[nodiscard]] double ContrastRatio(Rgb a, Rgb b);
+
 // The mark of a desktop with news, on the tray icon and in the preview.
 inline constexpr Rgb kNewsColour{0xF5, 0x9E, 0x0B};
 

@@ -56,15 +56,15 @@ inline constexpr auto kHotKeyTable = std::to_array<HotKeySetting>({
     {4, u"Desktop4Key", u"Desktop4KeyMod", 0x64, ModAlt + ModControl, HotKeyAction::ShowDesktop, 4,
      "desktop 4", u"Show desktop &4", '4'},
     {5, u"PrevDesktopKey", u"PrevDesktopKeyMod", 0x08, ModAlt + ModControl,
-     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Previous desktop", 0x08},
+     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Back to the last", 0x08},
     {6, u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl,
      HotKeyAction::ShowPreview, 0, "preview", u"Pre&view", 0xBB},
     {7, u"FindWindowKey", u"FindWindowKeyMod", 0x20, ModAlt + ModControl, HotKeyAction::FindWindow,
      0, "find a window", u"&Find a window", 0x20},
     {8, u"NextDesktopKey", u"NextDesktopKeyMod", 0x27, ModAlt + ModControl,
-     HotKeyAction::ShowNextDesktop, 0, "next desktop", u"Ne&xt desktop", 0x27},
+     HotKeyAction::ShowNextDesktop, 0, "next desktop", u"Ne&xt in order", 0x27},
     {9, u"PriorDesktopKey", u"PriorDesktopKeyMod", 0x25, ModAlt + ModControl,
-     HotKeyAction::ShowPriorDesktop, 0, "desktop before", u"Desktop bef&ore", 0x25},
+     HotKeyAction::ShowPriorDesktop, 0, "desktop before", u"Bef&ore in order", 0x25},
 });
 // Every hotkey; the controller's are ids 1 to kHotKeyCount, the companions' the ones after.
 inline constexpr int kAllHotKeyCount = static_cast<int>(kHotKeyTable.size());

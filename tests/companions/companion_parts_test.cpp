@@ -53,9 +53,11 @@ TEST(ReporterView, ShowsTheNewestEntryFirstAndSaysWhenTheLogCannotBeWritten) {
                  "1/1/2026 1:00:00 PM Zelkova: first (Access is denied.\r\n)\r\n"
                  "1/1/2026 1:00:01 PM Zelkova: second\r\n");
     const ReporterView view = MakeReporterView(s.os);
-    EXPECT_EQ(view.text,
+    const Text lines = view.text.substr(view.text.find(u"\r\n\r\n") + 4);
+    EXPECT_EQ(view.text.find(u"What Zelkova2 could not do, newest first."), 0u);
+    EXPECT_EQ(lines,
               u"1/1/2026 1:00:01 PM Zelkova: second\r\n"
-              u"1/1/2026 1:00:00 PM Zelkova: first (Access is denied.\r\n)\r\n");
+              u"1/1/2026 1:00:00 PM Zelkova: first (Access is denied.)\r\n");
     EXPECT_EQ(view.logPath, log);
     s.os.MakeUnwritable(log);
     const Text text = MakeReporterView(s.os).text;
@@ -118,7 +120,28 @@ TEST(Appearance, TheTrayIconIsARoundedTileInTheDesktopsColourWithItsNumberInWhit
         EXPECT_EQ((inside >> 16) & 0xFF, fill.r);
         EXPECT_EQ(inside & 0xFF, fill.b);
         EXPECT_EQ(pixels[size / 2 * size + size / 2] & 0xFFFFFF, 0xFFFFFFu) << "the number";
+        const auto marked = TrayIconPixels(size, 3, glyph, true);
+        const std::uint32_t dot = marked[size / 5 * size + size * 4 / 5];
+        EXPECT_EQ(dot & 0xFFFFFF, 0xF59E0Bu) << "news: the dot";
     }
+}
+
+// The chosen row or tile stands out from the rest (3:1) and every text from what is behind it
+// (4.5:1); in high contrast the views take the user's colours.
+TEST(Appearance, TheViewsChosenItemAndTextsAreClearAndHighContrastIsTheUsers) {
+    const ViewColours own = ViewColoursFor(nullptr);
+    EXPECT_GE(ContrastRatio(own.chosen, own.background), 3.0);
+    EXPECT_GE(ContrastRatio(own.chosenText, own.chosen), 4.5);
+    for (const Rgb behind : {own.background, own.field}) {
+        EXPECT_GE(ContrastRatio(own.text, behind), 4.5);
+        EXPECT_GE(ContrastRatio(own.dim, behind), 4.5);
+    }
+    EXPECT_NEAR(ContrastRatio({0, 0, 0}, {255, 255, 255}), 21.0, 1e-9);
+    const SystemColours system{{0, 0, 0}, {255, 255, 0}, {0, 255, 0}, {0, 255, 255}, {0, 0, 0}};
+    const ViewColours high = ViewColoursFor(&system);
+    EXPECT_EQ(high.background.r + high.background.g + high.background.b, 0);
+    EXPECT_EQ(high.chosen.b, 255);
+    EXPECT_EQ(high.text.g, 255);
 }
 
 TEST(Launcher, ShowsDefaultFirstStartsTheControllerThereAndWaitsForItsCompanions) {
