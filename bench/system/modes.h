@@ -9,5 +9,6 @@ int Finder();
 int RoundTrip();
 int StartTime();
 int Soak();
+int Rest();
 
 }  // namespace zk::bench

@@ -29,6 +29,7 @@ int wmain(int argc, wchar_t** argv) {
     if (mode == L"start") return StartTime();
     if (mode == L"soak") return Soak();
     if (mode == L"finder") return Finder();
+    if (mode == L"rest") return Rest();
     std::fprintf(stderr,
                  "usage: zk_system_bench bare [floors]|relay FROM TO|switch [busy]|busy|"
                  "roundtrip|start|soak|finder\n");

@@ -28,7 +28,6 @@ class HotKeyStandIn {
     void SwitcherBack();
     // A hotkey held here was pressed.
     void HotKey(int id);
-    [[nodiscard]] bool Holding() const { return hotkeys_.has_value(); }
 
   private:
     void LetGo();

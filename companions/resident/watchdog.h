@@ -28,7 +28,6 @@ class Watchdog {
              Program program, int desk, WaitSet& set, int wakeKind);
 
     void Woken(const Wake& wake);
-    [[nodiscard]] int Restarts() const { return restarts_; }
 
   private:
     void Watch(std::uint32_t processId);

@@ -78,8 +78,7 @@ class SharedState {
   public:
     SharedState(KernelApi& os, std::uint32_t controllerId);
 
-    // False when the memory could not be had; the block then reads as empty and keeps nothing.
-    [[nodiscard]] bool Mapped() const { return view_.valid(); }
+    // When the memory could not be had, the block reads as empty and keeps nothing.
     [[nodiscard]] SharedBlock& Block() { return *block_; }
     // The desktop shown now, as far as the companions know (1 before the first switch).
     [[nodiscard]] int Current() const { return block_->current == 0 ? 1 : block_->current; }

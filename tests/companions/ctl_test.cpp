@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -310,6 +312,36 @@ TEST_F(CtlTest, AutostartWritesAndRemovesTheRunValue) {
     EXPECT_EQ(os_.registry().FindValue(run, u"Zelkova2"), nullptr);
     EXPECT_EQ(Run({"autostart", "off"}), kExitOk) << "already off";
 }
+
+#ifdef ZK_SOURCE_DIR
+// The README's table of the tool's commands is the tool's own: a row for each command of the
+// help, with its arguments, and no other.
+TEST_F(CtlTest, TheReadmesTableIsTheToolsCommands) {
+    ASSERT_EQ(Run({"--help"}), kExitOk);
+    std::istringstream help(out_.Text());
+    std::vector<std::string> commands;
+    for (std::string line; std::getline(help, line);) {
+        if (line.starts_with("  ")) commands.push_back(line + " ");
+    }
+    std::ifstream file(std::string(ZK_SOURCE_DIR) + "/README.md");
+    const std::string readme((std::istreambuf_iterator<char>(file)), {});
+    const std::size_t from = readme.find("## The control tool"), to = readme.find("\n## ", from);
+    ASSERT_NE(from, std::string::npos);
+    std::istringstream table(readme.substr(from, to - from));
+    std::size_t rows = 0;
+    for (std::string line; std::getline(table, line);) {
+        if (!line.starts_with("| `")) continue;
+        ++rows;
+        std::string usage = line.substr(3, line.find('`', 3) - 3);
+        for (std::size_t at; (at = usage.find("\\|")) != std::string::npos;)
+            usage.erase(at, 1);
+        EXPECT_TRUE(std::any_of(commands.begin(), commands.end(), [&](const std::string& c) {
+            return c.starts_with("  " + usage + " ");
+        })) << usage;
+    }
+    EXPECT_EQ(rows, commands.size());
+}
+#endif
 
 }  // namespace
 }  // namespace zk::ctl

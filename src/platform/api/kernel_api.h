@@ -21,8 +21,6 @@ class KernelApi : public virtual SystemApi {
                                                                std::uint32_t milliseconds) = 0;
     virtual void Sleep(std::uint32_t milliseconds) = 0;
     virtual bool CloseHandle(Handle object) = 0;
-    // A named section of shared memory (paged by the system), created or opened, and a view of
-    // its first `size` bytes; nullptr when it cannot be had.
     // Named memory of the paging file, created with the security descriptor given in SDDL (a
     // mapping of that name that exists already is opened as it is).
     [[nodiscard]] virtual Handle CreateFileMappingW(std::uint32_t size, const Text& name,
