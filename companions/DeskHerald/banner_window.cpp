@@ -42,6 +42,8 @@ void BannerWindow::Show(const Text& name) {
     ::InvalidateRect(Window(), nullptr, FALSE);
     ::SetTimer(Window(), kHideTimer, kShownFor, nullptr);
     shownOnInput_ = desktopShown_();
+    // A screen reader says the desktop's name (the caption) without the focus moving.
+    ::NotifyWinEvent(EVENT_SYSTEM_ALERT, Window(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 LRESULT BannerWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

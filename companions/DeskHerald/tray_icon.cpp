@@ -1,6 +1,7 @@
 #include "DeskHerald/tray_icon.h"
 
 #include <shellapi.h>
+#include <windowsx.h>
 
 #include <algorithm>
 #include <cstring>
@@ -103,7 +104,10 @@ void TrayIcon::Update() {
     if (added_ && ::Shell_NotifyIconW(NIM_MODIFY, &data)) return;
     added_ = ::Shell_NotifyIconW(NIM_ADD, &data) != FALSE;
     if (!added_) return;                 // no taskbar yet: TaskbarCreated adds it
-    data.uVersion = NOTIFYICON_VERSION;  // NIN_SELECT, NIN_KEYSELECT and WM_CONTEXTMENU
+    // Version 4: a click or Enter and Space (Win+B, then the arrows) are NIN_SELECT and
+    // NIN_KEYSELECT, the right button, Shift+F10 and the menu key WM_CONTEXTMENU with the icon's
+    // anchor in wParam; the event is lParam's low word.
+    data.uVersion = NOTIFYICON_VERSION_4;
     ::Shell_NotifyIconW(NIM_SETVERSION, &data);
 }
 
@@ -117,7 +121,7 @@ void TrayIcon::WatchWindows(bool on) {
     }
 }
 
-void TrayIcon::ShowMenu() {
+void TrayIcon::ShowMenu(POINT at) {
     const UniqueMenu menu(::CreatePopupMenu());
     for (const TrayMenuItem& item : herald_->Menu()) {
         if (item.separatorBefore) ::AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
@@ -125,8 +129,6 @@ void TrayIcon::ShowMenu() {
                       static_cast<UINT_PTR>(item.command), W(item.label));
     }
     ::SetMenuDefaultItem(menu.get(), static_cast<UINT>(TrayCommand::Preview), FALSE);
-    POINT at{};
-    ::GetCursorPos(&at);
     ::SetForegroundWindow(Window());  // so that the menu closes when the user clicks elsewhere
     const UINT chosen = static_cast<UINT>(::TrackPopupMenuEx(
         menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, at.x, at.y, Window(), nullptr));
@@ -217,7 +219,7 @@ LRESULT TrayIcon::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             herald_->Preview();
             break;
         case WM_CONTEXTMENU:
-            ShowMenu();
+            ShowMenu(POINT{GET_X_LPARAM(wParam), GET_Y_LPARAM(wParam)});
             break;
         default:
             break;

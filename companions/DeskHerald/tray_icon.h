@@ -34,7 +34,8 @@ class TrayIcon final : public WindowBase<TrayIcon> {
     void WatchWindows(bool on);
 
   private:
-    void ShowMenu();
+    // At the icon's anchor, where the mouse or the keyboard opened it.
+    void ShowMenu(POINT at);
     void WatchWheel(bool pointerSeenOverIcon);
     void Wheel(TrayWheel::Turn turn);
     static LRESULT CALLBACK MouseHook(int code, WPARAM wParam, LPARAM lParam);
