@@ -299,17 +299,24 @@ int Ctl::EndZelkova() {
                 companions.emplace_back(os_, os_.OpenProcess(Synchronize, false, companion));
         }
     }
-    if (const int status = Signal(kShutdownCommand)) return status;
-    if (!handles.empty() &&
-        os_.WaitForMultipleObjects(handles, false, kAnswerWithin) < WaitObject0 + handles.size()) {
-        for (const auto& companion : companions) {
-            if (companion) (void)os_.WaitForSingleObject(companion.get(), kAnswerWithin);
+    // The command's signal wakes one bridge: with two copies running, each copy's bridge takes
+    // one, and the next is given once a copy has ended.
+    do {
+        if (const int status = Signal(kShutdownCommand)) return status;
+        const std::uint32_t ended = handles.empty()
+                                        ? WaitFailed
+                                        : os_.WaitForMultipleObjects(handles, false, kAnswerWithin);
+        if (ended >= WaitObject0 + handles.size()) {
+            err_ << "zelkovactl: Zelkova2 did not end; its bridge (DeskHerald.exe 5) may not be "
+                    "running. Ending Zelkova2.exe in the Task Manager ends its companions too.\n";
+            return kExitNoEffect;
         }
-        return kExitOk;
+        handles.erase(handles.begin() + static_cast<std::ptrdiff_t>(ended - WaitObject0));
+    } while (!handles.empty());
+    for (const auto& companion : companions) {
+        if (companion) (void)os_.WaitForSingleObject(companion.get(), kAnswerWithin);
     }
-    err_ << "zelkovactl: Zelkova2 did not end; its bridge (DeskHerald.exe 5) may not be "
-            "running. Ending Zelkova2.exe in the Task Manager ends its companions too.\n";
-    return kExitNoEffect;
+    return kExitOk;
 }
 
 int Ctl::Start(const Args& args) {

@@ -313,6 +313,22 @@ TEST_F(CtlTest, AutostartWritesAndRemovesTheRunValue) {
     EXPECT_EQ(Run({"autostart", "off"}), kExitOk) << "already off";
 }
 
+// The shutdown's signal wakes one bridge: with two copies running, each takes one, and both end
+// without a wait for the other.
+TEST_F(CtlTest, ShutdownEndsEveryCopyRunning) {
+    std::vector<std::uint32_t> running = {os_.AddOtherProcess(u"Zelkova2.exe"),
+                                          os_.AddOtherProcess(u"Zelkova2.exe")};
+    os_.WhenSignalled(kPrefix + "Shutdown", [&] {
+        (void)os_.WaitForEventInOtherProcess(kPrefix + "Shutdown");
+        os_.EndProcess(running.front());
+        running.erase(running.begin());
+    });
+    const std::uint64_t before = os_.GetTickCount64();
+    EXPECT_EQ(Run({"shutdown"}), kExitOk) << err_.Text();
+    EXPECT_TRUE(running.empty());
+    EXPECT_LT(os_.GetTickCount64() - before, 1000u);
+}
+
 #ifdef ZK_SOURCE_DIR
 // The README's table of the tool's commands is the tool's own: a row for each command of the
 // help, with its arguments, and no other.
