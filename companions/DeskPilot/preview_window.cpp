@@ -85,7 +85,7 @@ void PreviewWindow::Choose(int index) {
 
 void PreviewWindow::LayOut() {
     const UINT dpi = ::GetDpiForWindow(Window());
-    layout_ = LayOutPreview(static_cast<int>(dpi), WorkMonitor());
+    layout_ = LayOutPreview(static_cast<int>(dpi), WorkMonitor(), titleRows_);
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
@@ -104,6 +104,7 @@ void PreviewWindow::Show(const SharedBlock& block) {
     for (int d = 1; d <= kDesktopCount; ++d)
         names_[d - 1] = DesktopName(registry, d);
     selected_ = shown_;
+    titleRows_ = 0;
     LayOut();
     for (auto& windows : windows_)
         windows.clear();
@@ -117,7 +118,11 @@ void PreviewWindow::Show(const SharedBlock& block) {
     for (auto& windows : windows_) {
         std::stable_partition(windows.begin(), windows.end(),
                               [](const FoundWindow& w) { return w.news; });
+        titleRows_ =
+            std::max(titleRows_,
+                     static_cast<int>(PreviewTitleRows(std::vector<Text>(windows.size())).size()));
     }
+    if (titleRows_ > 0) LayOut();  // the rows the titles take, and no empty band
     ::InvalidateRect(Window(), nullptr, FALSE);
     Accessible().Moved();
 }
@@ -207,9 +212,9 @@ void PreviewWindow::Paint() {
         for (int d = 1; d <= kDesktopCount; ++d) {
             const Rect& tile = layout_.tiles[d - 1];
             const int f = layout_.frame;
-            if (d == selected_ || d == shown_) {
-                const Rgb frame = d == selected_ ? colours.chosen : DesktopColour(d);
-                Fill(dc, {tile.left - f, tile.top - f, tile.right + f, tile.bottom + f}, frame);
+            if (d == selected_) {  // the shown one says so in its label
+                Fill(dc, {tile.left - f, tile.top - f, tile.right + f, tile.bottom + f},
+                     colours.chosen);
             }
             const Thumbnail* picture = thumbnails_.Of(d);
             if (picture != nullptr && picture->valid != 0) {
@@ -244,6 +249,11 @@ void PreviewWindow::Paint() {
             }
             ::SetTextColor(dc, Ref(colours.text));
         }
+        const Selection small(dc, titleFont_.get());
+        ::SetTextColor(dc, Ref(colours.dim));
+        RECT hint{layout_.hint.left, layout_.hint.top, layout_.hint.right, layout_.hint.bottom};
+        ::DrawTextW(dc, W(Text(kPreviewHint)), -1, &hint,
+                    DT_CENTER | DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
     }
 }
 

@@ -39,6 +39,7 @@ class PreviewWindow final : public WindowBase<PreviewWindow>, private Accessible
   private:
     void Paint();
     void ChooseDesk(int desk);
+    // For the title rows in use (titleRows_).
     void LayOut();
     static ListAccessible& Accessible();
 
@@ -58,6 +59,7 @@ class PreviewWindow final : public WindowBase<PreviewWindow>, private Accessible
     std::array<Text, kDesktopCount> names_;
     std::array<std::vector<FoundWindow>, kDesktopCount> windows_;
     PreviewLayout layout_;
+    int titleRows_ = 0;
     UniqueFont font_;
     UniqueFont titleFont_;
 };

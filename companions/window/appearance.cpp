@@ -39,7 +39,7 @@ Rect Centred(const Rect& area, int width, int height) {
     return {left, top, left + width, top + height};
 }
 
-PreviewLayout LayOutPreview(int dpi, const Rect& monitor) {
+PreviewLayout LayOutPreview(int dpi, const Rect& monitor, int titleRows) {
     int tileWidth = Scale(kTileWidth, dpi);
     int margin = Scale(kMargin, dpi);
     // A tile per desktop with a margin on each side take at most nine tenths of the screen's
@@ -56,18 +56,25 @@ PreviewLayout LayOutPreview(int dpi, const Rect& monitor) {
     PreviewLayout layout;
     layout.frame = std::max(1, Scale(kFrame, dpi));
     const int width = kDesktopCount * tileWidth + kMargins * margin;
-    const int height = tileHeight + label + kPreviewTitleRows * row + 2 * margin;
-    layout.window = Centred(monitor, width, height);
+    const int rows = std::clamp(titleRows, 0, kPreviewTitleRows);
+    // Placed as if every title row were there, so that the tiles stay where they are when the
+    // titles come: the window ends under the last row in use and the hint.
+    const int fullHeight = tileHeight + label + (kPreviewTitleRows + 1) * row + 2 * margin;
+    const Rect placed = Centred(monitor, width, fullHeight);
+    const int height = tileHeight + label + (rows + 1) * row + 2 * margin;
+    layout.window = {placed.left, placed.top, placed.right, placed.top + height};
     for (int i = 0; i < kDesktopCount; ++i) {
         const int left = margin + i * (tileWidth + margin);
         layout.tiles[i] = {left, margin, left + tileWidth, margin + tileHeight};
         layout.labels[i] = {left, margin + tileHeight, left + tileWidth,
                             margin + tileHeight + label};
-        for (int r = 0; r < kPreviewTitleRows; ++r) {
+        for (int r = 0; r < rows; ++r) {
             const int top = layout.labels[i].bottom + r * row;
             layout.titles[i][r] = {left, top, left + tileWidth, top + row};
         }
     }
+    const int hintTop = margin + tileHeight + label + rows * row;
+    layout.hint = {margin, hintTop, width - margin, hintTop + row};
     return layout;
 }
 

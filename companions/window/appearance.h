@@ -62,11 +62,17 @@ struct PreviewLayout {
     std::array<Rect, kDesktopCount> tiles;   // in the window's client coordinates
     std::array<Rect, kDesktopCount> labels;  // likewise
     std::array<std::array<Rect, kPreviewTitleRows>, kDesktopCount> titles;  // likewise
-    int frame = 0;  // the width of the frame round the selected and the shown tile
+    Rect hint;      // the line that says the keys, under the rest
+    int frame = 0;  // the width of the frame round the chosen tile
 };
 // `monitor` is the work area of the monitor where the user works, in the virtual screen's
-// coordinates (a monitor left of the primary one starts below 0).
-[[nodiscard]] PreviewLayout LayOutPreview(int dpi, const Rect& monitor);
+// coordinates (a monitor left of the primary one starts below 0). `titleRows` rows of titles are
+// under the labels (none until the titles are known, and none where no desktop has a window).
+[[nodiscard]] PreviewLayout LayOutPreview(int dpi, const Rect& monitor,
+                                          int titleRows = kPreviewTitleRows);
+// The hint line's text.
+inline constexpr char16_t kPreviewHint[] =
+    u"\u2190 \u2192 or 1\u20134 choose   Enter shows it   Esc closes";
 // The desktop whose tile is under a point of the client area; 0 for none.
 [[nodiscard]] int TileAt(const PreviewLayout& layout, int x, int y);
 // The desktop and the row of the title under a point; nothing when no title row is there.

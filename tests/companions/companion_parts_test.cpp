@@ -92,6 +92,13 @@ TEST(Appearance, ThePreviewFitsItsMonitorAtEveryDpiAndEachTileAnswersForItsDeskt
             EXPECT_LE(last.bottom, layout.window.Height());
         }
     }
+    // No empty band: the window ends under the title rows in use and the hint; the tiles stay.
+    const PreviewLayout none = LayOutPreview(96, Rect{0, 0, 1280, 800}, 0);
+    const PreviewLayout full = LayOutPreview(96, Rect{0, 0, 1280, 800});
+    EXPECT_EQ(none.window.top, full.window.top);
+    EXPECT_EQ(none.window.bottom - none.window.top, full.window.Height() - 4 * 18);
+    EXPECT_EQ(none.hint.bottom, none.window.Height() - 16);
+    EXPECT_EQ(TitleRowAt(none, none.hint.left, none.hint.top), std::nullopt);
     EXPECT_EQ(LayOutPreview(96, Rect{0, 0, 1280, 800}).tiles[0].Width(), 192);
     EXPECT_EQ(LayOutPreview(144, Rect{0, 0, 1920, 1080}).tiles[0].Width(), 288)
         << "scaled, not stretched";
