@@ -40,6 +40,12 @@ bool Registry::FailWithCode(std::int32_t code) {
     return Fail(ApiErrorText(text_, static_cast<std::uint32_t>(code)));
 }
 
+bool Registry::KeyExists(Hkey root, const Text& keyPath) {
+    UniqueRegKey key(os_, nullptr);
+    const std::int32_t result = os_.RegOpenKeyExW(root, keyPath, 0, KeyQueryValue, key.out());
+    return result == 0 ? true : FailWithCode(result);
+}
+
 bool Registry::CreateKey(Hkey root, const Text& keyPath) {
     UniqueRegKey key(os_, nullptr);
     const std::int32_t result = os_.RegCreateKeyW(root, keyPath, key.out());

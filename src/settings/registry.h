@@ -28,6 +28,7 @@ class Registry {
     Registry(RegistryApi& registry, TextApi& text) : os_(registry), text_(text) {}
     explicit Registry(Os& os) : Registry(os, os) {}
 
+    [[nodiscard]] bool KeyExists(Hkey root, const Text& keyPath);
     [[nodiscard]] bool CreateKey(Hkey root, const Text& keyPath);
     // The destination is left untouched on failure.
     [[nodiscard]] bool ReadValue(Hkey root, const Text& keyPath, const Text& valueName,
