@@ -151,7 +151,7 @@ void SettingsDialog::PickHotKey(int id) {
 }
 
 void SettingsDialog::ShowStartButton() {
-    const auto running = ControllerProcessIds(os_);
+    const auto running = TryControllerProcessIds(os_);
     ::ShowWindow(Item(IDC_STARTZK), running && running->empty() ? SW_SHOW : SW_HIDE);
 }
 

@@ -21,8 +21,8 @@ class Signals {
     // One of the companions' own events, by name; it lives in the session's Local namespace.
     [[nodiscard]] Handle OwnEvent(const Text& name);
     // Sets the event of a signal; false when it cannot be had or set.
-    bool Raise(std::int16_t index);
-    bool RaiseOwn(const Text& name);
+    [[nodiscard]] bool Raise(std::int16_t index);
+    [[nodiscard]] bool RaiseOwn(const Text& name);
 
   private:
     Handle Open(const Text& fullName);

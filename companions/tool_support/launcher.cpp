@@ -31,7 +31,7 @@ Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
 
 }  // namespace
 
-std::optional<std::vector<std::uint32_t>> ControllerProcessIds(KernelApi& os) {
+std::optional<std::vector<std::uint32_t>> TryControllerProcessIds(KernelApi& os) {
     for (int attempt = 0; attempt < kSnapshotAttempts; ++attempt) {
         if (attempt > 0) os.Sleep(kPoll);
         const auto entries = os.CreateToolhelp32Snapshot();
@@ -102,7 +102,7 @@ Text MissingProgramsText(KernelApi& os, const std::vector<Program>& missing) {
 }
 
 bool ShowRunningZelkova(Os& os) {
-    const auto ids = ControllerProcessIds(os);
+    const auto ids = TryControllerProcessIds(os);
     if (!ids || ids->empty()) return false;
     SharedState state(os, ids->front());
     Signals signals(os, os);
@@ -113,7 +113,7 @@ bool ShowRunningZelkova(Os& os) {
 
 Launch StartZelkova(Os& os, std::uint32_t answerWithin) {
     Launch launch;
-    const auto running = ControllerProcessIds(os);
+    const auto running = TryControllerProcessIds(os);
     if (!running) {  // a second Zelkova2 is not risked
         launch.error = os.GetLastError();
         return launch;

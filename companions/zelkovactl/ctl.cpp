@@ -159,14 +159,14 @@ int Ctl::Usage(const std::string& problem) {
 
 // Not running only when the system's list of processes holds no controller.
 bool Ctl::Running() {
-    const auto ids = companion::ControllerProcessIds(os_);
+    const auto ids = companion::TryControllerProcessIds(os_);
     return !ids || !ids->empty();
 }
 
 std::vector<UniqueKernelHandle> Ctl::ControllerProcesses() {
     std::vector<UniqueKernelHandle> processes;
     for (const std::uint32_t id :
-         companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{})) {
+         companion::TryControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{})) {
         processes.emplace_back(os_, os_.OpenProcess(Synchronize, false, id));
         if (!processes.back()) processes.pop_back();
     }
@@ -227,7 +227,7 @@ int Ctl::Switch(const Args& args) {
                      ", not '" + desktop + "'");
     }
     const std::string target = Utf8Text(kDesktopNames[*n - 1]);
-    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
+    const auto ids = companion::TryControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
     std::optional<SharedState> state;
     if (!ids.empty()) {
         // The controller takes the desktop the user sees as the one left, for "previous".
@@ -292,7 +292,7 @@ int Ctl::EndZelkova() {
         handles.push_back(process.get());
     std::vector<UniqueKernelHandle> companions;
     for (const std::uint32_t id :
-         companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{})) {
+         companion::TryControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{})) {
         SharedState state(os_, id);
         for (const std::uint32_t companion : state.Block().companions) {
             if (companion != 0)
@@ -447,11 +447,8 @@ int Ctl::PresetHotKeys(const Args& args) {
 }
 
 int Ctl::Status(const Args&) {
-    const auto ids = companion::ControllerProcessIds(os_);
-    out_ << (!ids ? "Whether Zelkova2 runs cannot be told: the system gave no list of processes"
-             : ids->empty() ? kNotRunning
-                            : "Zelkova2 is running")
-         << "\n";
+    const auto ids = companion::TryControllerProcessIds(os_);
+    out_ << (!ids ? kCannotTell : ids->empty() ? kNotRunning : "Zelkova2 is running") << "\n";
     const std::string input = InputDesktop();
     if (!input.empty()) out_ << "Input desktop: " << input << "\n";
     std::string list;
@@ -530,7 +527,7 @@ int Ctl::Windows(const Args& args) {
     if (!args.empty() && args[0] != "--json") return Usage("wrong arguments for 'windows'");
     const bool json = !args.empty();
     std::string list;
-    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
+    const auto ids = companion::TryControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
     std::optional<SharedState> state;
     if (!ids.empty()) state.emplace(os_, ids.front());
     for (const companion::FoundWindow& w :
@@ -568,12 +565,16 @@ int Ctl::Find(const Args& args) {
     }
     out_ << "desktop " << found->desk << ": " << Utf8Text(found->title) << " ("
          << Utf8Text(found->program) << ")\n";
-    const auto ids = companion::ControllerProcessIds(os_).value_or(std::vector<std::uint32_t>{});
-    if (ids.empty()) {
+    const auto ids = companion::TryControllerProcessIds(os_);
+    if (!ids) {
+        err_ << "zelkovactl: " << kCannotTell << "\n";
+        return kExitFailed;
+    }
+    if (ids->empty()) {
         err_ << kNotRunning << "\n";
         return kExitNotRunning;
     }
-    SharedState state(os_, ids.front());
+    SharedState state(os_, ids->front());
     companion::Signals signals(os_, os_);
     int status = kExitOk;
     const int shown = companion::ShownDesktop(os_, state).InStep(signals);

@@ -21,6 +21,8 @@ inline constexpr int kExitFailed = 3;
 inline constexpr int kExitNoEffect = 4;
 
 inline constexpr char kNotRunning[] = "Zelkova2 is not running";
+inline constexpr char kCannotTell[] =
+    "Whether Zelkova2 runs cannot be told: the system gave no list of processes";
 
 class Ctl {
   public:

@@ -79,6 +79,10 @@ TEST_F(CtlTest, CommandsSayWhenZelkovaDoesNotRunOrDoesNotTakeThem) {
     os_.faults().FailEvery("CreateToolhelp32Snapshot", ErrorNotEnoughMemory);
     EXPECT_EQ(Run({"status"}), kExitOk);
     EXPECT_EQ(out_.Text().rfind("Whether Zelkova2 runs cannot be told", 0), 0u) << out_.Text();
+    (void)os_.CreateWindowInOtherProcess(u"Notes", nullptr, sim::kOtherProcessId, std::nullopt,
+                                         WsVisible);
+    EXPECT_EQ(Run({"find", "notes"}), kExitFailed);
+    EXPECT_NE(err_.Text().find("cannot be told"), std::string::npos) << err_.Text();
     os_.faults().Clear();
     os_.faults().FailEvery("OpenEventA", ErrorAccessDenied);
     EXPECT_EQ(Run({"reload"}), kExitFailed);
