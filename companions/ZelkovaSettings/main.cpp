@@ -29,7 +29,8 @@ bool LoadCommonControls() {
     using Initialize = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
     const auto initialize = reinterpret_cast<Initialize>(
         reinterpret_cast<void*>(::GetProcAddress(library, "InitCommonControlsEx")));
-    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_HOTKEY_CLASS | ICC_STANDARD_CLASSES};
+    INITCOMMONCONTROLSEX controls{sizeof controls,
+                                  ICC_HOTKEY_CLASS | ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
     return initialize != nullptr && initialize(&controls) != FALSE;
 }
 

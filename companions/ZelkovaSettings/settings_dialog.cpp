@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "ZelkovaSettings/settings_resources.h"
 #include "diagnostics/win_api_error.h"
@@ -41,8 +42,17 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             ShowStartButton();
             ::SetTimer(Window(), kStartButtonTimer, kStartButtonEvery, nullptr);
             ::EnableWindow(Item(IDC_APPLY), FALSE);  // until something changes
-            // The first desktop's name: a key typed first must not replace a hotkey.
-            ::SetFocus(Item(IDC_NAME1));
+            for (const wchar_t* page : {L"Hotkeys", L"Desktops", L"General"}) {
+                TCITEMW tab{};
+                tab.mask = TCIF_TEXT;
+                tab.pszText = const_cast<wchar_t*>(page);
+                const auto at = ::SendMessageW(Item(IDC_TABS), TCM_GETITEMCOUNT, 0, 0);
+                ::SendMessageW(Item(IDC_TABS), TCM_INSERTITEMW, static_cast<WPARAM>(at),
+                               reinterpret_cast<LPARAM>(&tab));
+            }
+            ShowPage(0);
+            // The tabs, not a hotkey field: a key typed first must not replace a hotkey.
+            ::SetFocus(Item(IDC_TABS));
             return FALSE;
         case WM_TIMER:
             ShowStartButton();
@@ -50,6 +60,13 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_COMMAND:
             Command(LOWORD(wParam), HIWORD(wParam));
             return 0;
+        case WM_NOTIFY: {
+            const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
+            if (notice.idFrom == IDC_TABS && notice.code == TCN_SELCHANGE) {
+                ShowPage(static_cast<int>(::SendMessageW(notice.hwndFrom, TCM_GETCURSEL, 0, 0)));
+            }
+            return 0;
+        }
         case WM_CLOSE:
             ::DestroyWindow(Window());
             return 0;
@@ -212,6 +229,26 @@ bool SettingsDialog::Apply() {
     }
     ::SetDlgItemTextW(Window(), IDC_RESULT, W(text));
     return result.written && result.failedIds.empty();
+}
+
+void SettingsDialog::ShowPage(int page) {
+    std::vector<int> pages[3];
+    for (int i = 0; i < kAllHotKeyCount; ++i) {
+        for (const int first : {IDC_LABEL1, IDC_HOTKEY1, IDC_KEYLIST1, IDC_CTRL1, IDC_ALT1,
+                                IDC_SHIFT1, IDC_WIN1, IDC_STATUS1})
+            pages[0].push_back(first + i);
+    }
+    pages[0].push_back(IDC_LAPTOP);
+    pages[1] = {IDC_PROGRAMSNOTE, IDC_DESK1NOTE};
+    for (int d = 0; d < kDesktopCount; ++d) {
+        pages[1].insert(pages[1].end(), {IDC_NAMELABEL1 + d, IDC_NAME1 + d});
+        if (d > 0) pages[1].insert(pages[1].end(), {IDC_START2 + d - 1, IDC_PROGRAMS2 + d - 1});
+    }
+    pages[2] = {IDC_AUTOSTART, IDC_BANNER, IDC_NEWS};
+    for (int p = 0; p < 3; ++p) {
+        for (const int id : pages[p])
+            ::ShowWindow(Item(id), p == page ? SW_SHOW : SW_HIDE);
+    }
 }
 
 void SettingsDialog::Command(int id, int code) {

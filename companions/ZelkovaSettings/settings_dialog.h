@@ -33,6 +33,8 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     void Read();
     bool Apply();
     void Command(int id, int code);
+    // Shows the controls of one page of the tabs (hotkeys, desktops, general), hides the rest.
+    void ShowPage(int page);
 
     Os& os_;
     std::optional<SettingsModel> model_;
