@@ -155,7 +155,7 @@ TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsAComman
     // The preview takes the keyboard in the switcher: the herald, which took the click, lets it
     // (AllowSetForegroundWindow, Remarks).
     EXPECT_EQ(s_.os.ForegroundGrants(), std::vector<std::uint32_t>{0x777});
-    EXPECT_EQ(shell_.questions.size(), 3u);
+    ASSERT_EQ(shell_.questions.size(), 3u);
     EXPECT_NE(shell_.questions[0].find(u"stay on desktop 3"), Text::npos);
     Herald(s_.os, 1, controller_, shell_).Command(TrayCommand::Exit);
     EXPECT_EQ(shell_.questions.size(), 3u) << "on desktop 1 without a question";

@@ -115,7 +115,7 @@ TEST_F(HotKeysTest, ReloadReregistersOnlyTheChangedPairsAndNeverStartsTheReporte
     ASSERT_TRUE(os_.registry().DeleteValue(u"Software\\Zelkova", u"Desktop4KeyMod"));
     os_.journal().Clear();
     hotkeys_.ReloadHotKeys();
-    EXPECT_EQ(os_.journal().Details("UnregisterHotKey").size(), 1u);
+    ASSERT_EQ(os_.journal().Details("UnregisterHotKey").size(), 1u);
     EXPECT_NE(os_.journal().Details("UnregisterHotKey")[0].find("id 2"), std::string::npos);
     ASSERT_EQ(os_.journal().Details("RegisterHotKey").size(), 1u);
     EXPECT_NE(os_.journal().Details("RegisterHotKey")[0].find("id 2 mod 6 vk 120"),
