@@ -114,7 +114,10 @@ bool Herald::Woken(const Wake& wake) {
 
 void Herald::WindowsChanged(Hwnd flashed) {
     if (flashed != nullptr) news_.Flashed(flashed);
-    set_.Later(os_, NewsWatch::kSettle, [this] { news_.Look(WentHere()); });
+    set_.Later(os_, NewsWatch::kSettle, [this] {
+        news_.Look(WentHere());
+        set_.Later(os_, NewsWatch::kLookAgain, [this] { news_.Look(WentHere()); });
+    });
 }
 
 // Whether the user went to this desktop: the record, not the input desktop, which under Wine 10

@@ -14,8 +14,11 @@ namespace zk::companion {
 
 class NewsWatch {
   public:
-    // How long after a change the herald looks: a program's windows come in a burst.
+    // How long after a change the herald looks: a program's windows come in a burst. It looks
+    // once more a second later, for a window shown later than it was made (Wine 8 reports the
+    // making of a window, not its showing).
     static constexpr std::uint32_t kSettle = 200;
+    static constexpr std::uint32_t kLookAgain = 1000;
 
     NewsWatch(Os& os, Registry& registry, SharedState& state, Signals& signals, int desk);
 

@@ -103,7 +103,7 @@ void TrayIcon::Update() {
     std::memcpy(data.szTip, tip.data(), n * sizeof(wchar_t));
     if (added_ && ::Shell_NotifyIconW(NIM_MODIFY, &data)) return;
     added_ = ::Shell_NotifyIconW(NIM_ADD, &data) != FALSE;
-    if (!added_) return;                 // no taskbar yet: TaskbarCreated adds it
+    if (!added_) return;  // no taskbar yet: TaskbarCreated adds it
     // Version 4: a click or Enter and Space (Win+B, then the arrows) are NIN_SELECT and
     // NIN_KEYSELECT, the right button, Shift+F10 and the menu key WM_CONTEXTMENU with the icon's
     // anchor in wParam; the event is lParam's low word.

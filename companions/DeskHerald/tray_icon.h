@@ -9,9 +9,9 @@
 
 #include "DeskHerald/herald.h"
 #include "DeskHerald/tray_wheel.h"
-#include "window/window_events.h"
 #include "window/win32_handles.h"
 #include "window/window_base.h"
+#include "window/window_events.h"
 
 namespace zk::companion {
 

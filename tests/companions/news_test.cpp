@@ -50,6 +50,9 @@ class NewsTest : public ::testing::Test {
             herald_->Run();
             return 0;
         });
+        return News();
+    }
+    std::vector<Text> News() {
         std::vector<Text> titles;
         for (const NewsWindow& news : NewsBesides(s_.os, state_.Block(), 3))
             titles.push_back(news.title);
@@ -99,6 +102,18 @@ TEST_F(NewsTest, AUsersNewWindowOnADesktopNotShownIsNewsNotTheOnesBeforeOrZelkov
     ASSERT_FALSE(finder.Matches().empty());
     EXPECT_EQ(finder.Matches().front()->title, u"Inbox - Mail") << "listed first";
     EXPECT_TRUE(finder.Matches().front()->news);
+
+    // A window shown later than it was made, without a word of it (Wine 8): the second look.
+    const Hwnd late = s_.os.CreateWindowInOtherProcess(
+        u"Shown late", nullptr, s_.os.AddOtherProcess(u"mail.exe"), Text(u"desk2"), 0);
+    herald_->WindowsChanged();
+    s_.os.AdvanceTime(NewsWatch::kSettle);
+    herald_->Set().RunLater();
+    EXPECT_EQ(News().size(), 1u);
+    (void)s_.os.ShowWindow(late, 5);
+    s_.os.AdvanceTime(NewsWatch::kLookAgain);
+    herald_->Set().RunLater();
+    EXPECT_EQ(News().size(), 2u);
 }
 
 TEST_F(NewsTest, AFlashIsNewsUntilTheWindowGoesOrTheDesktopIsVisitedAndTheSettingTurnsItOff) {
