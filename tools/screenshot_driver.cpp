@@ -1,6 +1,8 @@
 // Drives the running Zelkova2 under Wine for scripts/screenshots: it opens what a user sees, one
 // thing at a time, and names each on standard output when it is on the screen, so that the
-// script can take its picture; then it closes it and goes on.
+// script can take its picture; then it closes it and goes on. It reads the screen in physical
+// pixels (per-monitor DPI aware), so that at any scale each picture is cut where its window is;
+// its argument is added to each picture's name ("-150" for the pictures at 150 %).
 #include <windows.h>
 
 #include <shellapi.h>
@@ -34,12 +36,15 @@ void Ctl(const std::wstring& arguments) {
     (void)zk::support::RunProgram(ProgramFolder() + L"\\zelkovactl.exe", arguments);
 }
 
+std::string g_suffix;
+
 // Says what is on the screen now, and where, and waits for the picture to be taken.
-void Shoot(const char* name, HWND window) {
+void Shoot(const char* shot, HWND window) {
+    const std::string name = shot + g_suffix;
     RECT r{};  // what the program draws: without a window manager no frame is drawn
     ::GetClientRect(window, &r);
     ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&r), 2);
-    std::printf("shot %s %ld %ld %ld %ld\n", name, r.left, r.top, r.right - r.left,
+    std::printf("shot %s %ld %ld %ld %ld\n", name.c_str(), r.left, r.top, r.right - r.left,
                 r.bottom - r.top);
     std::fflush(stdout);
     char line[16];
@@ -92,7 +97,16 @@ void Close(HWND window) {
 
 }  // namespace
 
-int wmain() {
+int wmain(int argc, wchar_t** argv) {
+    if (argc > 1) {
+        const std::wstring suffix = argv[1];
+        g_suffix.assign(suffix.begin(), suffix.end());
+    }
+    using SetAwareness = BOOL(WINAPI*)(DPI_AWARENESS_CONTEXT);
+    if (const auto set = reinterpret_cast<SetAwareness>(reinterpret_cast<void*>(::GetProcAddress(
+            ::GetModuleHandleW(L"user32.dll"), "SetProcessDpiAwarenessContext")))) {
+        set(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+    }
     Prepare();
     Ctl(L"start");
     // Each desktop shown twice, each time long enough for its picture to be taken.

@@ -143,7 +143,7 @@ Text FinderItemName(const Text& title, const Text& program, const Text& desktopN
 
 Text PreviewLabel(int desk, const Text& name, bool shown) {
     Text label = DecimalText(desk) + u"  " + name;
-    if (shown) label += u"  (shown)";
+    if (shown) label = u"\u25CF " + label;  // the hint says what the dot means
     return label;
 }
 

@@ -72,7 +72,7 @@ struct PreviewLayout {
                                           int titleRows = kPreviewTitleRows);
 // The hint line's text.
 inline constexpr char16_t kPreviewHint[] =
-    u"\u2190 \u2192 or 1\u20134 choose   Enter shows it   Esc closes";
+    u"\u25CF shown   \u2190 \u2192 or 1\u20134 choose   Enter shows it   Esc closes";
 // The desktop whose tile is under a point of the client area; 0 for none.
 [[nodiscard]] int TileAt(const PreviewLayout& layout, int x, int y);
 // The desktop and the row of the title under a point; nothing when no title row is there.
