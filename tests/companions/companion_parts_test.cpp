@@ -102,7 +102,7 @@ TEST(Appearance, ThePreviewFitsItsMonitorAtEveryDpiAndEachTileAnswersForItsDeskt
     EXPECT_EQ(LayOutPreview(96, Rect{0, 0, 1280, 800}).tiles[0].Width(), 192);
     EXPECT_EQ(LayOutPreview(144, Rect{0, 0, 1920, 1080}).tiles[0].Width(), 288)
         << "scaled, not stretched";
-    EXPECT_EQ(PreviewLabel(2, u"Mail", true), u"2  Mail  (shown)");
+    EXPECT_EQ(PreviewLabel(2, u"Mail", true), u"\u25CF 2  Mail") << "the hint says what the dot is";
     const std::vector<Text> four = {u"a", u"b", u"c", u"d"},
                             six = {u"a", u"b", u"c", u"d", u"e", u"f"};
     EXPECT_EQ(PreviewTitleRows(four), four) << "all fit";
