@@ -24,7 +24,8 @@ bool NamesAKey(const HotKeyCombo& combo) {
 }
 
 std::optional<std::array<HotKeyCombo, kHotKeyCount>> PublishedHotKeys(KernelApi& os) {
-    for (const std::uint32_t id : TryControllerProcessIds(os).value_or(std::vector<std::uint32_t>{})) {
+    for (const std::uint32_t id :
+         TryControllerProcessIds(os).value_or(std::vector<std::uint32_t>{})) {
         SharedState state(os, id);
         const SharedBlock& block = state.Block();
         if (block.hotKeysPublished != 1) continue;

@@ -104,21 +104,6 @@ TEST_F(HeraldTest, EndingOnAnEmptyDesktopShowsDesktop1) {
     }
 }
 
-// Whoever writes the settings, the tray follows at once: a rename, a hotkey stored as no key.
-TEST_F(HeraldTest, TheTooltipFollowsTheSettingsAtOnce) {
-    Herald& herald = Make(2);
-    s_.os.registry().SetText(u"Software\\Zelkova\\Desktop2", u"Name", u"B\u00FCro");
-    EXPECT_FALSE(Pump());
-    EXPECT_EQ(shell_.trayChanges, 1);
-    EXPECT_EQ(herald.Tooltip(), u"Zelkova2 \u2014 desktop 2: B\u00FCro");
-    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop4Key", 0);
-    s_.os.registry().SetDword(u"Software\\Zelkova", u"Desktop4KeyMod", 3);
-    EXPECT_FALSE(Pump());
-    EXPECT_EQ(shell_.trayChanges, 2) << "one notice for both values, asked for again after it";
-    EXPECT_EQ(herald.Tooltip(),
-              u"Zelkova2 \u2014 desktop 2: B\u00FCro\nHotkey 4 is stored as no key: see Settings");
-}
-
 // (A desktop chosen in the menu, and the wheel's desktop, are the random users'.)
 TEST_F(HeraldTest, TheTrayMenuNamesTheDesktopsChecksItsOwnAndEachChoiceIsACommand) {
     Herald& herald = Make(3);

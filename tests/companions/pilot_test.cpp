@@ -123,13 +123,7 @@ TEST_P(PilotTest, AHotKeyOrASignalShowsItsDesktopAtOnceThenAsksTheController) {
     EXPECT_EQ(s_.Taken(kCommands), std::vector<std::string>{"SwitchToDesktop4"});
     EXPECT_EQ(std::count(shell_.calls.begin(), shell_.calls.end(), "capture"), 0);
     EXPECT_EQ(shell_.calls.back(), "away") << "the preview goes out of sight, not hidden";
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
-    Pump();
-    EXPECT_EQ(shell_.calls.back(), "away") << "not hidden while desktop 2 is not shown";
     s_.os.ShowDesktopInOtherProcess(u"desk2");
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
-    Pump();
-    EXPECT_EQ(shell_.calls.back(), "hide") << "hidden once desktop 2 is shown again";
 
     s_.os.faults().FailEvery("SwitchDesktop", ErrorAccessDenied);
     s_.Raise("Switcher2SwitchTo1");

@@ -40,16 +40,11 @@ TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndItsHotKeyAndPreviou
                 << switched.output;
         }
     }
-    // Each desktop by its hotkey, from the one before, and back by "previous" (under Wine 10
-    // the random walk mixes every key on every desktop).
-    for (int to = 2; to <= 4; ++to) {
-        ASSERT_TRUE(Type(to - 1, {VK_CONTROL, VK_MENU, kNumPad[to]}));
-        ASSERT_TRUE(Greeted(to)) << "Ctrl+Alt+NumPad " << to << " typed on desktop " << to - 1;
-        ASSERT_TRUE(Type(to, {VK_CONTROL, VK_MENU, VK_BACK}));
-        ASSERT_TRUE(Greeted(to - 1)) << "Ctrl+Alt+Backspace typed on desktop " << to;
-        ASSERT_TRUE(Type(to - 1, {VK_CONTROL, VK_MENU, kNumPad[to]}));
-        ASSERT_TRUE(Greeted(to));
-    }
+    // A key, and "previous" from there (the random walk mixes every key on every desktop).
+    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, kNumPad[2]}));
+    ASSERT_TRUE(Greeted(2));
+    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, VK_BACK}));
+    EXPECT_TRUE(Greeted(1));
 }
 
 // At a log-off every window is asked whether the session may end: each of ours says yes, and

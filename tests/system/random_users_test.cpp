@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
 #include <random>
 #include <utility>
 
@@ -25,6 +26,14 @@ std::string Opened(const char* what, int on, const UserModel& user) {
     return on == user.shown
                ? std::string()
                : std::string("the ") + what + " opened on desktop " + std::to_string(on) + "; ";
+}
+
+// The view opened where the user is, and then its choice of desktop `v` is made.
+std::string OpenedThen(const char* what, int on, UserModel& user, int v,
+                       const std::function<void()>& choose) {
+    std::string wrong = Opened(what, on, user);
+    if (wrong.empty()) choose(), user.Show(v);
+    return wrong;
 }
 
 // Who sees a step: a companion, none of them (the controller alone, or no one: the companions learn
@@ -52,16 +61,12 @@ const Act kActs[] = {
     {"preview, then", 1, 4, Seen::ByCompanion,
      [](WholeSystem& s, UserModel& u, int v) {
          (void)s.Press(6);
-         std::string wrong = Opened("preview", s.PreviewOpenOn(), u);
-         if (wrong.empty()) s.ChooseInPreview(v), u.Show(v);
-         return wrong;
+         return OpenedThen("preview", s.PreviewOpenOn(), u, v, [&] { s.ChooseInPreview(v); });
      }},
     {"finder, then the window on", 1, 4, Seen::ByCompanion,
      [](WholeSystem& s, UserModel& u, int v) {
          (void)s.Press(7);
-         std::string wrong = Opened("finder", s.FinderOpenOn(), u);
-         if (wrong.empty()) s.FindInFinder(v), u.Show(v);
-         return wrong;
+         return OpenedThen("finder", s.FinderOpenOn(), u, v, [&] { s.FindInFinder(v); });
      }},
     {"zelkovactl switch", 1, 4, Seen::ByCompanion,
      [](WholeSystem& s, UserModel& u, int v) {
