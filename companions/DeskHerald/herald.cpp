@@ -14,6 +14,12 @@
 #include "signals/protocol.h"
 
 namespace zk::companion {
+namespace {
+
+// What waits for a moment: the news look, and the banner's greeting.
+constexpr int kLaterNews = 0, kLaterGreet = 1;
+
+}  // namespace
 
 Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
     : os_(os),
@@ -75,9 +81,7 @@ bool Herald::Woken(const Wake& wake) {
         case kShown:
             news_.Seen();
             shell_.Arrived();
-            if (BannerShown(registry_) && StillShown()) {
-                shell_.ShowBanner(DesktopName(registry_, desk_));
-            }
+            if (BannerShown(registry_)) Greet(os_.GetTickCount64());
             break;
         case kControllerEnded:
             (void)LeaveNoEmptyDesktop(os_, desk_);
@@ -114,10 +118,14 @@ bool Herald::Woken(const Wake& wake) {
 
 void Herald::WindowsChanged(Hwnd flashed) {
     if (flashed != nullptr) news_.Flashed(flashed);
-    set_.Later(os_, NewsWatch::kSettle, [this] {
-        news_.Look(WentHere());
-        set_.Later(os_, NewsWatch::kLookAgain, [this] { news_.Look(WentHere()); });
-    });
+    set_.Later(
+        os_, NewsWatch::kSettle,
+        [this] {
+            news_.Look(WentHere());
+            set_.Later(
+                os_, NewsWatch::kLookAgain, [this] { news_.Look(WentHere()); }, kLaterNews);
+        },
+        kLaterNews);
 }
 
 // Whether the user went to this desktop: the record, not the input desktop, which under Wine 10
@@ -127,9 +135,16 @@ bool Herald::WentHere() {
 }
 
 // The banner greets the arrival at this desktop, and is not shown once the user has moved on:
-// under Wine 10 a window shown on a desktop just left takes the input back there.
-bool Herald::StillShown() {
-    return shown_.Now() == desk_;
+// under Wine 10 a window shown on a desktop just left takes the input back there. There the input
+// can also be away for a moment (a late focus notice, which the switcher's guard undoes): while
+// the record still names this desktop, the herald looks again.
+void Herald::Greet(std::uint64_t since) {
+    if (shown_.Now() == desk_) {
+        shell_.ShowBanner(DesktopName(registry_, desk_));
+    } else if (WentHere() && os_.GetTickCount64() - since < SwitchGuard::kWatchFor) {
+        set_.Later(
+            os_, SwitchGuard::kLookEvery, [this, since] { Greet(since); }, kLaterGreet);
+    }
 }
 
 Text Herald::Tooltip() {

@@ -89,7 +89,7 @@ class Herald {
   private:
     void NoteMissingPrograms();
     void GoToNews(std::size_t position);
-    [[nodiscard]] bool StillShown();
+    void Greet(std::uint64_t since);
     [[nodiscard]] bool WentHere();
     void StartProgram(Program program);
 

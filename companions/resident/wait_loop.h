@@ -27,23 +27,29 @@ class WaitSet {
     void Remove(Wake wake);
     [[nodiscard]] const std::vector<Handle>& Handles() const { return handles_; }
     [[nodiscard]] Wake At(std::size_t position) const { return wakes_[position]; }
-    // Runs `action` `milliseconds` from now, or at the first quiet moment after; it takes the
-    // place of one still waiting.
-    void Later(KernelApi& clock, std::uint32_t milliseconds, std::function<void()> action);
-    // How long the next wait may last; then the action that was waiting, if it is due.
+    // Runs `action` `milliseconds` from now, or at the first moment after; it takes the place of
+    // one still waiting under the same `key`.
+    void Later(KernelApi& clock, std::uint32_t milliseconds, std::function<void()> action,
+               int key = 0);
+    // How long the next wait may last; then the actions that were waiting, if they are due.
     [[nodiscard]] std::uint32_t Timeout() const;
     void RunLater();
 
   private:
+    struct Pending {
+        int key;
+        std::uint64_t at;
+        std::function<void()> action;
+    };
     std::vector<Handle> handles_;
     std::vector<Wake> wakes_;
     KernelApi* clock_ = nullptr;
-    std::function<void()> later_;
-    std::uint64_t laterAt_ = 0;
+    std::vector<Pending> later_;
 };
 
 // Waits until a handle is signalled and calls `woken` with what it stands for; dispatches the
-// thread's messages meanwhile, and runs what waits for a quiet moment. Ends when `woken` returns
+// thread's messages meanwhile, and runs what is due after each wake (a stream of messages or
+// signals does not hold it back). Ends when `woken` returns
 // false, on WM_QUIT, or when the wait fails. The set may change inside `woken`.
 void RunWaitLoop(MessageApi& os, WaitSet& set, const std::function<bool(Wake)>& woken);
 
