@@ -20,9 +20,10 @@ using namespace zk::companion;
 
 namespace {
 
-// The hotkey control comes from the common controls, which no other window of Zelkova2 uses. They
-// are loaded here, for the life of this process, and not imported by Zelkova2Core.dll: every
-// program maps that library, and under Wine the common controls cost each process about 1.8 MB.
+// The hotkeys' list and the tabs come from the common controls, which no other window of Zelkova2
+// uses. They are loaded here, for the life of this process, and not imported by Zelkova2Core.dll:
+// every program maps that library, and under Wine the common controls cost each process about 1.8
+// MB.
 bool LoadCommonControls() {
     const HMODULE library = ::LoadLibraryW(L"comctl32.dll");
     if (library == nullptr) return false;
@@ -30,7 +31,7 @@ bool LoadCommonControls() {
     const auto initialize = reinterpret_cast<Initialize>(
         reinterpret_cast<void*>(::GetProcAddress(library, "InitCommonControlsEx")));
     INITCOMMONCONTROLSEX controls{sizeof controls,
-                                  ICC_HOTKEY_CLASS | ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
+                                  ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
     return initialize != nullptr && initialize(&controls) != FALSE;
 }
 

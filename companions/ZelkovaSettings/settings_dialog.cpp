@@ -21,6 +21,8 @@ namespace {
 
 constexpr UINT_PTR kStartButtonTimer = 1;
 constexpr UINT kStartButtonEvery = 1000;
+constexpr std::pair<int, std::int16_t> kModifierBoxes[] = {
+    {IDC_CTRL, ModControl}, {IDC_ALT, ModAlt}, {IDC_SHIFT, ModShift}, {IDC_WIN, ModWin}};
 
 }  // namespace
 
@@ -51,7 +53,6 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                                reinterpret_cast<LPARAM>(&tab));
             }
             ShowPage(0);
-            // The tabs, not a hotkey field: a key typed first must not replace a hotkey.
             ::SetFocus(Item(IDC_TABS));
             return FALSE;
         case WM_TIMER:
@@ -64,6 +65,13 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
             if (notice.idFrom == IDC_TABS && notice.code == TCN_SELCHANGE) {
                 ShowPage(static_cast<int>(::SendMessageW(notice.hwndFrom, TCM_GETCURSEL, 0, 0)));
+            } else if (notice.idFrom == IDC_HOTKEYS && notice.code == LVN_ITEMCHANGED) {
+                const auto& change = *reinterpret_cast<const NMLISTVIEW*>(lParam);
+                if ((change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0) {
+                    chosen_ = change.iItem + 1;
+                    ShowChosen();
+                    ShowStates();
+                }
             }
             return 0;
         }
@@ -96,19 +104,7 @@ Text SettingsDialog::ItemText(int id) {
 
 void SettingsDialog::Fill() {
     filling_ = true;
-    const auto keys = NamedKeys();
-    for (int i = 0; i < kAllHotKeyCount; ++i) {
-        ::SetDlgItemTextW(Window(), IDC_LABEL1 + i, W(Text(kHotKeyTable[i].label) + u":"));
-        const HWND list = Item(IDC_KEYLIST1 + i);
-        ::SendMessageW(list, CB_RESETCONTENT, 0, 0);
-        for (const auto& [key, name] : keys) {
-            const Text text(name.begin(), name.end());
-            const LRESULT at =
-                ::SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(text)));
-            ::SendMessageW(list, CB_SETITEMDATA, static_cast<WPARAM>(at), key);
-        }
-        ShowHotKey(i + 1);
-    }
+    FillHotKeys();
     for (int d = 1; d <= kDesktopCount; ++d) {
         const DesktopSettings& desk = settings_.desktops[d - 1];
         ::SetDlgItemTextW(Window(), IDC_NAME1 + d - 1, W(desk.name));
@@ -127,12 +123,65 @@ void SettingsDialog::Fill() {
     ShowStates();
 }
 
+// A row for each hotkey of the table: what it does, its keys, and what is wrong with them.
+void SettingsDialog::FillHotKeys() {
+    const HWND list = Item(IDC_HOTKEYS);
+    ::SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
+                   LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+    RECT widths{130, 0, 100, 0};  // dialog units, so that the columns follow the font and DPI
+    ::MapDialogRect(Window(), &widths);
+    RECT client{};
+    ::GetClientRect(list, &client);
+    const int rest = client.right - widths.left - widths.right - ::GetSystemMetrics(SM_CXVSCROLL);
+    const std::pair<const wchar_t*, int> columns[] = {
+        {L"Hotkey", widths.left}, {L"Keys", widths.right}, {L"Note", rest}};
+    for (int c = 0; c < 3; ++c) {
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.pszText = const_cast<wchar_t*>(columns[c].first);
+        column.cx = columns[c].second;
+        ::SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(c),
+                       reinterpret_cast<LPARAM>(&column));
+    }
+    for (int i = 0; i < kAllHotKeyCount; ++i) {
+        const Text label = kHotKeyTable[i].label;
+        LVITEMW row{};
+        row.mask = LVIF_TEXT;
+        row.iItem = i;
+        row.pszText = const_cast<wchar_t*>(W(label));
+        ::SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&row));
+        ShowHotKey(i + 1);
+    }
+    const HWND keys = Item(IDC_KEYLIST);
+    for (const auto& [key, name] : NamedKeys()) {
+        const Text text(name.begin(), name.end());
+        const LRESULT at = ::SendMessageW(keys, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(text)));
+        ::SendMessageW(keys, CB_SETITEMDATA, static_cast<WPARAM>(at), key);
+    }
+    LVITEMW first{};
+    first.stateMask = first.state = LVIS_SELECTED | LVIS_FOCUSED;
+    ::SendMessageW(list, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&first));
+    ShowChosen();
+}
+
+void SettingsDialog::SetCell(int id, int column, const Text& text) {
+    LVITEMW cell{};
+    cell.iSubItem = column;
+    cell.pszText = const_cast<wchar_t*>(W(text));
+    ::SendMessageW(Item(IDC_HOTKEYS), LVM_SETITEMTEXTW, static_cast<WPARAM>(id - 1),
+                   reinterpret_cast<LPARAM>(&cell));
+}
+
 void SettingsDialog::ShowHotKey(int id) {
+    const std::string keys = FormatHotKey(settings_.hotkeys[id - 1]);
+    SetCell(id, 1, Text(keys.begin(), keys.end()));
+    if (id == chosen_) ShowChosen();
+}
+
+void SettingsDialog::ShowChosen() {
     const bool filling = std::exchange(filling_, true);
-    const int i = id - 1;
-    const HotKeyCombo& combo = settings_.hotkeys[i];
-    ::SendMessageW(Item(IDC_HOTKEY1 + i), HKM_SETHOTKEY, ToHotKeyControl(combo), 0);
-    const HWND list = Item(IDC_KEYLIST1 + i);
+    const HotKeyCombo& combo = settings_.hotkeys[chosen_ - 1];
+    const HWND list = Item(IDC_KEYLIST);
     const LRESULT count = ::SendMessageW(list, CB_GETCOUNT, 0, 0);
     LRESULT selected = CB_ERR;
     for (LRESULT at = 0; at < count; ++at) {
@@ -140,31 +189,23 @@ void SettingsDialog::ShowHotKey(int id) {
             selected = at;
     }
     ::SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(selected), 0);
-    for (const auto& [box, flag] : {std::pair{IDC_CTRL1, ModControl},
-                                    {IDC_ALT1, ModAlt},
-                                    {IDC_SHIFT1, ModShift},
-                                    {IDC_WIN1, ModWin}}) {
-        ::CheckDlgButton(Window(), box + i, (combo.modifiers & flag) != 0 ? BST_CHECKED : 0);
-    }
+    for (const auto& [box, flag] : kModifierBoxes)
+        ::CheckDlgButton(Window(), box, (combo.modifiers & flag) != 0 ? BST_CHECKED : 0);
     filling_ = filling;
 }
 
-void SettingsDialog::PickHotKey(int id) {
-    const int i = id - 1;
-    HotKeyCombo& combo = settings_.hotkeys[i];
-    const HWND list = Item(IDC_KEYLIST1 + i);
+void SettingsDialog::PickHotKey() {
+    HotKeyCombo& combo = settings_.hotkeys[chosen_ - 1];
+    const HWND list = Item(IDC_KEYLIST);
     const LRESULT at = ::SendMessageW(list, CB_GETCURSEL, 0, 0);
     if (at != CB_ERR)
         combo.key = static_cast<std::int16_t>(
             ::SendMessageW(list, CB_GETITEMDATA, static_cast<WPARAM>(at), 0));
     combo.modifiers = 0;
-    for (const auto& [box, flag] : {std::pair{IDC_CTRL1, ModControl},
-                                    {IDC_ALT1, ModAlt},
-                                    {IDC_SHIFT1, ModShift},
-                                    {IDC_WIN1, ModWin}}) {
-        if (::IsDlgButtonChecked(Window(), box + i) == BST_CHECKED) combo.modifiers |= flag;
+    for (const auto& [box, flag] : kModifierBoxes) {
+        if (::IsDlgButtonChecked(Window(), box) == BST_CHECKED) combo.modifiers |= flag;
     }
-    ShowHotKey(id);
+    ShowHotKey(chosen_);
 }
 
 void SettingsDialog::ShowStartButton() {
@@ -174,25 +215,26 @@ void SettingsDialog::ShowStartButton() {
 
 void SettingsDialog::ShowStates() {
     for (int id = 1; id <= kAllHotKeyCount; ++id) {
-        const wchar_t* text = L"";
+        Text text;
         const auto& notAKey = model_->NotAKey();
         const bool offered = std::find(notAKey.begin(), notAKey.end(), id) != notAKey.end() &&
                              settings_.hotkeys[id - 1] == DefaultHotKey(id);
         switch (offered ? ComboState::Free : model_->Check(settings_, id)) {
             case ComboState::Taken:
-                text = L"\u26A0 Another program holds it.";
+                text = u"\u26A0 Another program holds it.";
                 break;
             case ComboState::Twice:
-                text = L"\u26A0 Another hotkey has it.";
+                text = u"\u26A0 Another hotkey has it.";
                 break;
             case ComboState::Empty:
-                text = L"No hotkey.";
+                text = u"No hotkey.";
                 break;
             default:
-                if (offered) text = L"\u26A0 Stored as no key: the default is shown.";
+                if (offered) text = u"\u26A0 Stored as no key: the default is shown.";
                 break;
         }
-        ::SetDlgItemTextW(Window(), IDC_STATUS1 + id - 1, text);
+        SetCell(id, 2, text);
+        if (id == chosen_) ::SetDlgItemTextW(Window(), IDC_STATUS, W(text));
     }
 }
 
@@ -218,7 +260,7 @@ bool SettingsDialog::Apply() {
     } else if (!result.failedIds.empty()) {
         text = u"Saved. Zelkova2 could not register:";
         for (const int id : result.failedIds) {
-            text += u" " + HotKeyLabel(id) + u" (" +
+            text += u" " + Text(HotKeySettingOf(id).label) + u" (" +
                     KeyDisplayName(os_, settings_.hotkeys[id - 1].key) + u");";
         }
         text += u" another program holds them.";
@@ -233,12 +275,9 @@ bool SettingsDialog::Apply() {
 
 void SettingsDialog::ShowPage(int page) {
     std::vector<int> pages[3];
-    for (int i = 0; i < kAllHotKeyCount; ++i) {
-        for (const int first : {IDC_LABEL1, IDC_HOTKEY1, IDC_KEYLIST1, IDC_CTRL1, IDC_ALT1,
-                                IDC_SHIFT1, IDC_WIN1, IDC_STATUS1})
-            pages[0].push_back(first + i);
-    }
-    pages[0].push_back(IDC_LAPTOP);
+    pages[0] = {IDC_HOTKEYSLABEL, IDC_HOTKEYS, IDC_KEYLABEL, IDC_KEYLIST, IDC_STATUS, IDC_LAPTOP};
+    for (const auto& [box, flag] : kModifierBoxes)
+        pages[0].push_back(box);
     pages[1] = {IDC_PROGRAMSNOTE, IDC_DESK1NOTE};
     for (int d = 0; d < kDesktopCount; ++d) {
         pages[1].insert(pages[1].end(), {IDC_NAMELABEL1 + d, IDC_NAME1 + d});
@@ -252,22 +291,15 @@ void SettingsDialog::ShowPage(int page) {
 }
 
 void SettingsDialog::Command(int id, int code) {
-    const auto inRow = [id](int first) { return id >= first && id < first + kAllHotKeyCount; };
     const bool changes = code == EN_CHANGE || code == CBN_SELCHANGE ||
                          (code == BN_CLICKED && id != IDC_APPLY && id != IDOK && id != IDCANCEL &&
                           id != IDC_STARTZK);
     if (changes && !filling_) ::EnableWindow(Item(IDC_APPLY), TRUE);
-    if (inRow(IDC_HOTKEY1) && code == EN_CHANGE && !filling_) {
-        const auto value =
-            static_cast<std::uint16_t>(::SendMessageW(Item(id), HKM_GETHOTKEY, 0, 0));
-        settings_.hotkeys[id - IDC_HOTKEY1] = FromHotKeyControl(value);
-        ShowHotKey(id - IDC_HOTKEY1 + 1);
-        ShowStates();
-    } else if (!filling_ &&
-               ((inRow(IDC_KEYLIST1) && code == CBN_SELCHANGE) ||
-                ((inRow(IDC_CTRL1) || inRow(IDC_ALT1) || inRow(IDC_SHIFT1) || inRow(IDC_WIN1)) &&
-                 code == BN_CLICKED))) {
-        PickHotKey((id - IDC_KEYLIST1) % 10 + 1);
+    const bool modifier = std::any_of(std::begin(kModifierBoxes), std::end(kModifierBoxes),
+                                      [id](const auto& box) { return box.first == id; });
+    if (!filling_ &&
+        ((id == IDC_KEYLIST && code == CBN_SELCHANGE) || (modifier && code == BN_CLICKED))) {
+        PickHotKey();
         ShowStates();
     } else if (id == IDC_LAPTOP) {
         const bool laptop = ::IsDlgButtonChecked(Window(), IDC_LAPTOP) == BST_CHECKED;

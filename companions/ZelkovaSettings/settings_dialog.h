@@ -23,10 +23,15 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     HWND Item(int id);
     Text ItemText(int id);
     void Fill();
-    // Shows hotkey `id` in its field, its key list and its modifier boxes.
+    void FillHotKeys();
+    // Puts `text` in hotkey `id`'s row, in `column` (1: its keys, 2: what is wrong).
+    void SetCell(int id, int column, const Text& text);
+    // Shows hotkey `id`'s keys in its row, and below the list if it is the chosen one.
     void ShowHotKey(int id);
-    // Takes hotkey `id` from the list and the boxes after the user picked there.
-    void PickHotKey(int id);
+    // Shows the chosen hotkey in the key list and the modifier boxes.
+    void ShowChosen();
+    // Takes the chosen hotkey from the key list and the boxes after the user picked there.
+    void PickHotKey();
     void ShowStartButton();
     // Flagged as the user types: a combination another program holds, or one used twice.
     void ShowStates();
@@ -40,6 +45,7 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     std::optional<SettingsModel> model_;
     Settings settings_;
     bool filling_ = false;
+    int chosen_ = 1;  // the hotkey chosen in the list
 };
 
 }  // namespace zk::companion

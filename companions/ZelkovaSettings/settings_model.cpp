@@ -23,34 +23,7 @@ bool WriteDword(Registry& registry, const Text& key, const Text& name, std::int3
            registry.WriteValue(HkeyCurrentUser(), key, name, type, value);
 }
 
-constexpr std::uint8_t kHotKeyShift = 0x01, kHotKeyControl = 0x02, kHotKeyAlt = 0x04,
-                       kHotKeyExtended = 0x08;
-
-// The keys that the control tells from the keypad's by the extended flag: the arrows, Page Up
-// and Down, End, Home, Insert and Delete.
-bool Extended(std::int16_t key) {
-    return (key >= 0x21 && key <= 0x28) || key == 0x2D || key == 0x2E;
-}
-
 }  // namespace
-
-HotKeyCombo FromHotKeyControl(std::uint16_t value) {
-    const auto flags = static_cast<std::uint8_t>(value >> 8);
-    std::int16_t modifiers = 0;
-    if ((flags & kHotKeyAlt) != 0) modifiers |= ModAlt;
-    if ((flags & kHotKeyControl) != 0) modifiers |= ModControl;
-    if ((flags & kHotKeyShift) != 0) modifiers |= ModShift;
-    return {modifiers, static_cast<std::int16_t>(value & 0xFF)};
-}
-
-std::uint16_t ToHotKeyControl(const HotKeyCombo& combo) {
-    std::uint8_t flags = 0;
-    if ((combo.modifiers & ModAlt) != 0) flags |= kHotKeyAlt;
-    if ((combo.modifiers & ModControl) != 0) flags |= kHotKeyControl;
-    if ((combo.modifiers & ModShift) != 0) flags |= kHotKeyShift;
-    if (Extended(combo.key)) flags |= kHotKeyExtended;
-    return static_cast<std::uint16_t>((flags << 8) | (combo.key & 0xFF));
-}
 
 std::vector<Text> ProgramLines(const Text& box) {
     std::vector<Text> lines;
@@ -73,12 +46,6 @@ Text ProgramBox(const std::vector<Text>& programs) {
     for (const Text& line : programs)
         box += (box.empty() ? u"" : u"\r\n") + line;
     return box;
-}
-
-Text HotKeyLabel(int id) {
-    Text label = HotKeySettingOf(id).label;
-    std::erase(label, u'&');
-    return label;
 }
 
 SettingsModel::SettingsModel(Os& os, Hwnd probe) : os_(os), probe_(probe), registry_(os) {}

@@ -16,16 +16,9 @@
 
 namespace zk::companion {
 
-// The system's hotkey control packs a combination as MAKEWORD(key, HOTKEYF_ flags), whose
-// Shift and Alt bits lie the other way round from RegisterHotKey's; it has no Win key, and it
-// needs the extended flag to show an arrow key as an arrow, not as the keypad's.
-[[nodiscard]] HotKeyCombo FromHotKeyControl(std::uint16_t value);
-[[nodiscard]] std::uint16_t ToHotKeyControl(const HotKeyCombo& combo);
 // The programs box holds one command line a line.
 [[nodiscard]] std::vector<Text> ProgramLines(const Text& box);
 [[nodiscard]] Text ProgramBox(const std::vector<Text>& programs);
-// Hotkey `id`'s label without its access key ("Show desktop 1").
-[[nodiscard]] Text HotKeyLabel(int id);
 
 struct DesktopSettings {
     Text name;                   // empty: "Desktop N"

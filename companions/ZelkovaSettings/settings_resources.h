@@ -1,6 +1,5 @@
 #pragma once
-// The control identifiers of the settings dialog (settings.rc). Each hotkey row's controls are
-// a block of ten identifiers: the row of hotkey N is the block's first + N - 1.
+// The control identifiers of the settings dialog (settings.rc).
 
 #define IDD_SETTINGS 100
 #define IDC_NAME1 130     /* to IDC_NAME1 + 3 */
@@ -17,11 +16,12 @@
 #define IDC_PROGRAMSNOTE 168
 #define IDC_DESK1NOTE 169
 #define IDC_NAMELABEL1 170 /* to IDC_NAMELABEL1 + 3 */
-#define IDC_LABEL1 300     /* the hotkeys' labels, from the hotkey table */
-#define IDC_HOTKEY1 310    /* the typed combination */
-#define IDC_STATUS1 320    /* what is wrong with it */
-#define IDC_KEYLIST1 330   /* its key, picked from a list */
-#define IDC_CTRL1 340      /* its modifiers */
-#define IDC_ALT1 350
-#define IDC_SHIFT1 360
-#define IDC_WIN1 370
+#define IDC_HOTKEYS 300    /* the list of hotkeys: action, keys, what is wrong */
+#define IDC_HOTKEYSLABEL 301
+#define IDC_KEYLABEL 302
+#define IDC_KEYLIST 303 /* the chosen hotkey's key */
+#define IDC_CTRL 304    /* its modifiers */
+#define IDC_ALT 305
+#define IDC_SHIFT 306
+#define IDC_WIN 307
+#define IDC_STATUS 308 /* what is wrong with it */

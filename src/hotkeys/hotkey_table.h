@@ -39,7 +39,7 @@ struct HotKeySetting {
     HotKeyAction action;
     std::int16_t desk;      // the desktop that ShowDesktop shows
     const char* name;       // in the control tool's lists: "desktop 1"
-    const char16_t* label;  // in the settings window, with its access key: "Show desktop &1"
+    const char16_t* label;  // in the settings window's list: "Show desktop 1"
     // For a keyboard without a numeric keypad (most laptops), with the default modifiers: the
     // number row's digits, and "=" (the "+" key) for the preview.
     std::int16_t laptopKey;
@@ -48,23 +48,23 @@ struct HotKeySetting {
 // In id order, from 1.
 inline constexpr auto kHotKeyTable = std::to_array<HotKeySetting>({
     {1, u"Desktop1Key", u"Desktop1KeyMod", 0x61, ModAlt + ModControl, HotKeyAction::ShowDesktop, 1,
-     "desktop 1", u"Show desktop &1", '1'},
+     "desktop 1", u"Show desktop 1", '1'},
     {2, u"Desktop2Key", u"Desktop2KeyMod", 0x62, ModAlt + ModControl, HotKeyAction::ShowDesktop, 2,
-     "desktop 2", u"Show desktop &2", '2'},
+     "desktop 2", u"Show desktop 2", '2'},
     {3, u"Desktop3Key", u"Desktop3KeyMod", 0x63, ModAlt + ModControl, HotKeyAction::ShowDesktop, 3,
-     "desktop 3", u"Show desktop &3", '3'},
+     "desktop 3", u"Show desktop 3", '3'},
     {4, u"Desktop4Key", u"Desktop4KeyMod", 0x64, ModAlt + ModControl, HotKeyAction::ShowDesktop, 4,
-     "desktop 4", u"Show desktop &4", '4'},
+     "desktop 4", u"Show desktop 4", '4'},
     {5, u"PrevDesktopKey", u"PrevDesktopKeyMod", 0x08, ModAlt + ModControl,
-     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"&Back to the last", 0x08},
+     HotKeyAction::ShowPreviousDesktop, 0, "previous desktop", u"Back to the last", 0x08},
     {6, u"ShowPrevWinKey", u"ShowPrevWinKeyMod", 0x6B, ModAlt + ModControl,
-     HotKeyAction::ShowPreview, 0, "preview", u"Pre&view", 0xBB},
+     HotKeyAction::ShowPreview, 0, "preview", u"Preview", 0xBB},
     {7, u"FindWindowKey", u"FindWindowKeyMod", 0x20, ModAlt + ModControl, HotKeyAction::FindWindow,
-     0, "find a window", u"&Find a window", 0x20},
+     0, "find a window", u"Find a window", 0x20},
     {8, u"NextDesktopKey", u"NextDesktopKeyMod", 0x27, ModAlt + ModControl,
-     HotKeyAction::ShowNextDesktop, 0, "next desktop", u"Ne&xt in order", 0x27},
+     HotKeyAction::ShowNextDesktop, 0, "next desktop", u"Next in order", 0x27},
     {9, u"PriorDesktopKey", u"PriorDesktopKeyMod", 0x25, ModAlt + ModControl,
-     HotKeyAction::ShowPriorDesktop, 0, "desktop before", u"Bef&ore in order", 0x25},
+     HotKeyAction::ShowPriorDesktop, 0, "desktop before", u"Before in order", 0x25},
 });
 // Every hotkey; the controller's are ids 1 to kHotKeyCount, the companions' the ones after.
 inline constexpr int kAllHotKeyCount = static_cast<int>(kHotKeyTable.size());

@@ -27,15 +27,7 @@ class SettingsModelTest : public ::testing::Test {
     SettingsModel model_{s_.os, probe_};
 };
 
-TEST(HotKeyControl, PacksShiftAndAltTheOtherWayRoundAndDropsWhatItCannotShow) {
-    const HotKeyCombo ctrlAltNum2{3, 0x62}, ctrlShiftF9{6, 0x78}, winA{8, 'A'};
-    EXPECT_EQ(ToHotKeyControl(ctrlAltNum2), 0x0662);
-    EXPECT_EQ(ToHotKeyControl(ctrlShiftF9), 0x0378);
-    EXPECT_EQ(FromHotKeyControl(0x0662), ctrlAltNum2);
-    EXPECT_EQ(FromHotKeyControl(0x0378), ctrlShiftF9);
-    EXPECT_EQ(FromHotKeyControl(ToHotKeyControl(winA)), (HotKeyCombo{0, 'A'}));
-    EXPECT_EQ(ToHotKeyControl({3, 0x27}), 0x0E27) << "the arrow, not the keypad's 6";
-    EXPECT_EQ(FromHotKeyControl(0x0E27), (HotKeyCombo{3, 0x27}));
+TEST(ProgramBox, HoldsOneCommandLineALine) {
     EXPECT_EQ(ProgramLines(u" notepad.exe \r\n\r\n  calc.exe\n"),
               (std::vector<Text>{u"notepad.exe", u"calc.exe"}));
     EXPECT_EQ(ProgramBox({u"a", u"b"}), u"a\r\nb");

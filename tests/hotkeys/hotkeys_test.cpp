@@ -171,17 +171,8 @@ std::string SourceFile(const char* path) {
     return std::string((std::istreambuf_iterator<char>(file)), {});
 }
 
-// The README's table of registry values is the hotkey table as a user reads it, and the
-// settings window has a row for each hotkey (its labels come from the table).
-TEST(HotKeyTable, IsTheTableTheReadmeAndTheSettingsWindowShow) {
-    const std::string dialog = SourceFile("companions/ZelkovaSettings/settings.rc");
-    for (int row = 0; row <= kAllHotKeyCount; ++row) {
-        for (const char* control : {"IDC_LABEL1 + ", "IDC_HOTKEY1 + ", "IDC_STATUS1 + "}) {
-            const bool found =
-                dialog.find(control + std::to_string(row) + ",") != std::string::npos;
-            EXPECT_EQ(found, row < kAllHotKeyCount) << control << row;
-        }
-    }
+// The README's table of registry values is the hotkey table as a user reads it.
+TEST(HotKeyTable, IsTheTableTheReadmeShows) {
     const std::string readme = SourceFile("README.md");
     ASSERT_FALSE(readme.empty());
     for (const HotKeySetting& hotkey : kHotKeyTable) {
