@@ -12,7 +12,7 @@ Bridge::Bridge(Os& os, ControllerProcess& controller)
     : os_(os), signals_(os, os), state_(os, controller.Id()), link_(os, os, controller.Id()) {
     // The record brought in step comes before the commands sent after it, and the commands come
     // before the rest: the lowest signalled handle is taken first.
-    if (const Handle e = signals_.OwnEvent(InStepEventName(controller.Id()))) {
+    if (const Handle e = signals_.OwnEvent(SharedObject::InStep, controller.Id())) {
         set_.Add(e, {kInStep, 0});
     }
     for (std::int16_t index = kFirstSwitchCommand; index <= kShutdownCommand; ++index) {
@@ -53,10 +53,11 @@ bool Bridge::Command(std::int16_t index) {
     if (index == kReadRegCommand) {
         for (std::int16_t desk = 1; desk <= kDesktopCount; ++desk)
             (void)signals_.Raise(SwitcherSignal(KindReadReg, desk));
-        (void)signals_.RaiseOwn(ReloadedEventName());
+        (void)signals_.RaiseOwn(SharedObject::Reloaded, state_.ControllerId());
         return true;
     }
-    NoteSwitch(signals_, set_, os_, index - kFirstSwitchCommand + 1, wasShown);
+    NoteSwitch(signals_, set_, os_, state_.ControllerId(), index - kFirstSwitchCommand + 1,
+               wasShown);
     return true;
 }
 

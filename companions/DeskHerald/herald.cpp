@@ -40,7 +40,7 @@ Herald::Herald(Os& os, int desk, ControllerProcess& controller, Shell& shell)
     }
     set_.Add(controller.Process(), {kControllerEnded, 0});
     if (settings_.Event() != nullptr) set_.Add(settings_.Event(), {kSettingsChanged, 0});
-    if (const Handle news = signals_.OwnEvent(NewsEventName(controller.Id(), desk))) {
+    if (const Handle news = signals_.OwnEvent(SharedObject::News, controller.Id(), desk)) {
         set_.Add(news, {kNewsElsewhere, 0});
     }
     pilot_.emplace(os, state_, signals_, controller, Program::Pilot, desk, set_, kWatchPilot);

@@ -51,7 +51,7 @@ void NewsWatch::Look(bool shown) {
 void NewsWatch::Publish(const std::vector<Hwnd>& news) {
     if (!PublishNews(state_.Block(), desk_, news)) return;
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
-        if (desk != desk_) (void)signals_.RaiseOwn(NewsEventName(state_.ControllerId(), desk));
+        if (desk != desk_) (void)signals_.RaiseOwn(SharedObject::News, state_.ControllerId(), desk);
     }
 }
 

@@ -26,9 +26,9 @@ constexpr wchar_t kPilotClass[] = L"Zelkova2Pilot";
 
 class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
   public:
-    PilotWindow(Os& os, int desk)
+    PilotWindow(Os& os, int desk, std::uint32_t controllerId)
         : desk_(desk),
-          thumbnails_(os),
+          thumbnails_(os, controllerId),
           preview_(
               os, desk, thumbnails_,
               [this](int target) {
@@ -136,7 +136,7 @@ ZK_ENTRY int ZkDeskPilot(int) {
         }
         bool ok;
     } com;
-    PilotWindow window(os, args.desk);
+    PilotWindow window(os, args.desk, controller.Id());
     Pilot pilot(os, args.desk, controller, window.Window(), window);
     window.Attach(pilot);
     pilot.Run();

@@ -42,14 +42,15 @@ Pilot::Pilot(Os& os, int desk, ControllerProcess& controller, Hwnd window, Shell
     if (const Handle e = signals_.Event(SwitcherSignal(KindShutdown, n))) {
         set_.Add(e, {kShutdown, 0});
     }
-    if (const Handle e = signals_.OwnEvent(ShownEventName(desk))) set_.Add(e, {kShown, 0});
-    if (const Handle e = signals_.OwnEvent(FinderEventName(controller.Id(), desk))) {
+    if (const Handle e = signals_.OwnEvent(SharedObject::Shown, controller.Id(), desk))
+        set_.Add(e, {kShown, 0});
+    if (const Handle e = signals_.OwnEvent(SharedObject::Finder, controller.Id(), desk)) {
         set_.Add(e, {kFinder, 0});
     }
-    if (const Handle e = signals_.OwnEvent(BringForwardEventName(controller.Id(), desk))) {
+    if (const Handle e = signals_.OwnEvent(SharedObject::BringForward, controller.Id(), desk)) {
         set_.Add(e, {kBringForward, 0});
     }
-    if (const Handle e = signals_.OwnEvent(WhichKeyEventName(controller.Id(), desk))) {
+    if (const Handle e = signals_.OwnEvent(SharedObject::WhichKey, controller.Id(), desk)) {
         set_.Add(e, {kWhichKey, 0});
     }
     set_.Add(controller.Process(), {kControllerEnded, 0});
@@ -129,7 +130,7 @@ bool Pilot::Woken(const Wake& wake) {
                 // PreviousDesk came from that desktop's key or from "previous": a desktop not
                 // shown sees no key state (GetAsyncKeyState, Remarks), the one shown does.
                 state_.Block().keyQuestion = static_cast<std::int16_t>(wake.value);
-                (void)signals_.RaiseOwn(WhichKeyEventName(state_.ControllerId(), shown));
+                (void)signals_.RaiseOwn(SharedObject::WhichKey, state_.ControllerId(), shown);
                 return true;
             }
             const int showKey = HotKeyIdOf(HotKeyAction::ShowDesktop, wake.value);
@@ -219,7 +220,7 @@ void Pilot::OpenFinderOn(int shown) {
     }
     if (const std::uint32_t switcher = state_.Block().companions[PilotSlot(shown)])
         (void)os_.AllowSetForegroundWindow(switcher);
-    (void)signals_.RaiseOwn(FinderEventName(state_.ControllerId(), shown));
+    (void)signals_.RaiseOwn(SharedObject::Finder, state_.ControllerId(), shown);
 }
 
 // Another switcher's signal, whose key it could not see: "previous" while that key is held, or
@@ -292,7 +293,7 @@ void Pilot::RequestSwitch(int target) {
     const int wasShown = state_.Current();
     if (direct_ && direct_->Send(command)) {
         // What the bridge does after the commands it sends.
-        NoteSwitch(signals_, set_, os_, target, wasShown);
+        NoteSwitch(signals_, set_, os_, state_.ControllerId(), target, wasShown);
     } else {
         (void)signals_.Raise(command);
     }

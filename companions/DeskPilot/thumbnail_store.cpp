@@ -1,12 +1,13 @@
 #include "DeskPilot/thumbnail_store.h"
 
+#include "signals/shared_names.h"
 #include "signals/shared_state.h"
 
 namespace zk::companion {
 
-ThumbnailStore::ThumbnailStore(KernelApi& os) {
+ThumbnailStore::ThumbnailStore(KernelApi& os, std::uint32_t controllerId) {
     for (int desk = 1; desk <= kDesktopCount; ++desk) {
-        const Text name = u"Local\\Zelkova2.Thumbnail" + DecimalText(desk);
+        const Text name = SharedObjectName(SharedObject::Thumbnail, controllerId, desk);
         mappings_[desk - 1] =
             UniqueKernelHandle(os, CreateUserOnlyMapping(os, sizeof(Thumbnail), name));
         if (!mappings_[desk - 1]) continue;

@@ -20,7 +20,7 @@ struct Thumbnail {
 
 class ThumbnailStore {
   public:
-    explicit ThumbnailStore(KernelApi& os);
+    ThumbnailStore(KernelApi& os, std::uint32_t controllerId);
     // Desktop 1 to 4's picture; nullptr when the memory could not be had.
     [[nodiscard]] Thumbnail* Of(int desk) { return views_[desk - 1]; }
 

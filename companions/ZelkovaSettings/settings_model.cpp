@@ -10,6 +10,7 @@
 #include "shared/signals.h"
 #include "signals/protocol.h"
 #include "tool_support/autostart.h"
+#include "tool_support/reload.h"
 
 namespace zk::companion {
 namespace {
@@ -135,11 +136,9 @@ ApplyResult SettingsModel::Apply(const Settings& settings) {
         return result;
     }
     Signals signals(os_, os_);
-    const Handle reloaded = signals.OwnEvent(ReloadedEventName());
-    (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
+    Reload reload(os_, signals);
     if (!signals.Raise(kReadRegCommand)) return result;
-    result.confirmed =
-        reloaded != nullptr && os_.WaitForSingleObject(reloaded, kReloadWithin) == WaitObject0;
+    result.confirmed = reload.Confirmed(kReloadWithin);
     inForce_ = settings.hotkeys;
     if (const auto published = PublishedHotKeys(os_))
         std::copy(published->begin(), published->end(), inForce_.begin());

@@ -13,10 +13,6 @@ std::uint32_t DeskBit(int desk) {
     return 1u << desk;
 }
 
-Text LetGoEventName(const SharedState& state, int desk) {
-    return u"Zelkova2.HotKeysLetGo." + DecimalText(state.ControllerId()) + u"." + DecimalText(desk);
-}
-
 }  // namespace
 
 HotKeyStandIn::HotKeyStandIn(Os& os, Registry& registry, Signals& signals, SharedState& state,
@@ -62,7 +58,7 @@ void HotKeyStandIn::LetGo() {
     hotkeys_->UnregisterHotKeys();
     hotkeys_.reset();
     state_.Block().hotKeysStandIn &= ~DeskBit(desk_);
-    (void)signals_.RaiseOwn(LetGoEventName(state_, desk_));
+    (void)signals_.RaiseOwn(SharedObject::LetGo, state_.ControllerId(), desk_);
 }
 
 // What the switcher would have done with the key; one that was queued before the hotkeys were let
@@ -83,7 +79,7 @@ void HotKeyStandIn::HotKey(int id) {
 }
 
 void WaitForStandInToLetGo(KernelApi& os, Signals& signals, SharedState& state, int desk) {
-    const Handle letGo = signals.OwnEvent(LetGoEventName(state, desk));
+    const Handle letGo = signals.OwnEvent(SharedObject::LetGo, state.ControllerId(), desk);
     // A signal left from an earlier handover ends the first wait early; the bit says.
     const std::uint64_t until = os.GetTickCount64() + kLetGoWithin;
     for (std::uint64_t now = os.GetTickCount64();

@@ -4,12 +4,13 @@
 
 namespace zk::companion {
 
-void NoteSwitch(Signals& signals, WaitSet& set, KernelApi& clock, int desk, int wasShown) {
+void NoteSwitch(Signals& signals, WaitSet& set, KernelApi& clock, std::uint32_t controllerId,
+                int desk, int wasShown) {
     if (desk == wasShown) return;
-    set.Later(clock, kTellShownAfter, [&signals, desk] {
+    set.Later(clock, kTellShownAfter, [&signals, controllerId, desk] {
         const auto shown = static_cast<std::int16_t>(desk);
         (void)signals.Raise(SwitcherSignal(KindUpdate, shown, shown));
-        (void)signals.RaiseOwn(ShownEventName(desk));
+        (void)signals.RaiseOwn(SharedObject::Shown, controllerId, desk);
     });
 }
 

@@ -15,6 +15,7 @@ namespace zk::companion {
 inline constexpr std::uint32_t kTellShownAfter = 20;  // milliseconds
 
 // `wasShown`: the desktop the controller's record named before the command.
-void NoteSwitch(Signals& signals, WaitSet& set, KernelApi& clock, int desk, int wasShown);
+void NoteSwitch(Signals& signals, WaitSet& set, KernelApi& clock, std::uint32_t controllerId,
+                int desk, int wasShown);
 
 }  // namespace zk::companion

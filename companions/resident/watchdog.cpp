@@ -23,7 +23,7 @@ Text DesktopOf(int desk) {
 
 void AnnounceSelf(KernelApi& os, SharedState& state, Signals& signals, int slot) {
     state.Block().companions[slot] = os.GetCurrentProcessId();
-    (void)signals.RaiseOwn(CompanionUpEventName(state.Block().controllerId, slot));
+    (void)signals.RaiseOwn(SharedObject::Up, state.Block().controllerId, slot);
 }
 
 Watchdog::Watchdog(Os& os, SharedState& state, Signals& signals, ControllerProcess& controller,
@@ -36,7 +36,7 @@ Watchdog::Watchdog(Os& os, SharedState& state, Signals& signals, ControllerProce
       slot_(SlotOf(program, desk)),
       set_(set),
       wakeKind_(wakeKind) {
-    const Handle up = signals.OwnEvent(CompanionUpEventName(controller.Id(), slot_));
+    const Handle up = signals.OwnEvent(SharedObject::Up, controller.Id(), slot_);
     if (up != nullptr) set_.Add(up, {wakeKind_, 0});
     Watch(state_.Block().companions[slot_]);
 }

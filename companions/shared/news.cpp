@@ -40,8 +40,4 @@ bool PublishNews(SharedBlock& block, int desk, const std::vector<Hwnd>& news) {
     return true;
 }
 
-Text NewsEventName(std::uint32_t controllerId, int desk) {
-    return u"Zelkova2.News." + DecimalText(controllerId) + u"." + DecimalText(desk);
-}
-
 }  // namespace zk::companion

@@ -26,7 +26,4 @@ struct NewsWindow {
 // Puts `news` (the first kNewsPerDesktop) in desktop `desk`'s row; whether the row changed.
 [[nodiscard]] bool PublishNews(SharedBlock& block, int desk, const std::vector<Hwnd>& news);
 
-// The event that tells the herald of `desk` that the news of another desktop changed.
-[[nodiscard]] Text NewsEventName(std::uint32_t controllerId, int desk);
-
 }  // namespace zk::companion

@@ -41,7 +41,7 @@ void ShownDesktop::BringInStep(int desk, Signals& signals,
     state_.RecordSwitch(desk);
     if (sendNow && sendNow(desk)) return;
     state_.Block().inStep = static_cast<std::int16_t>(desk);
-    (void)signals.RaiseOwn(InStepEventName(state_.ControllerId()));
+    (void)signals.RaiseOwn(SharedObject::InStep, state_.ControllerId());
 }
 
 int DesktopNumberOf(const Text& name) {
@@ -49,10 +49,6 @@ int DesktopNumberOf(const Text& name) {
         if (name == kDesktopNames[desk - 1]) return desk;
     }
     return 0;
-}
-
-Text InStepEventName(std::uint32_t controllerId) {
-    return u"Zelkova2.InStep." + DecimalText(controllerId);
 }
 
 }  // namespace zk::companion

@@ -62,7 +62,4 @@ class ShownDesktop {
 // The number of the desktop of this name, 1 to 4; 0 for a desktop that is not one of them.
 [[nodiscard]] int DesktopNumberOf(const Text& name);
 
-// Set when the bridge is to bring the controller's record in step (SharedBlock::inStep).
-[[nodiscard]] Text InStepEventName(std::uint32_t controllerId);
-
 }  // namespace zk::companion

@@ -23,8 +23,8 @@ Handle Signals::Event(std::int16_t index) {
     return name.empty() ? nullptr : Open(name);
 }
 
-Handle Signals::OwnEvent(const Text& name) {
-    return Open(u"Local\\" + name);
+Handle Signals::OwnEvent(SharedObject object, std::uint32_t controllerId, int number) {
+    return Open(SharedObjectName(object, controllerId, number));
 }
 
 bool Signals::Raise(std::int16_t index) {
@@ -32,8 +32,8 @@ bool Signals::Raise(std::int16_t index) {
     return event != nullptr && os_.SetEvent(event);
 }
 
-bool Signals::RaiseOwn(const Text& name) {
-    const Handle event = OwnEvent(name);
+bool Signals::RaiseOwn(SharedObject object, std::uint32_t controllerId, int number) {
+    const Handle event = OwnEvent(object, controllerId, number);
     return event != nullptr && os_.SetEvent(event);
 }
 
@@ -41,18 +41,6 @@ bool ShowPreview(WindowApi& windows, Signals& signals, const SharedBlock& block,
     const std::uint32_t switcher = block.companions[PilotSlot(desk)];
     if (switcher != 0) (void)windows.AllowSetForegroundWindow(switcher);
     return signals.Raise(SwitcherSignal(KindShowPreview, static_cast<std::int16_t>(desk)));
-}
-
-Text WhichKeyEventName(std::uint32_t controllerId, int desk) {
-    return u"Zelkova2.WhichKey." + DecimalText(controllerId) + u"." + DecimalText(desk);
-}
-
-Text ShownEventName(int desk) {
-    return u"Zelkova2.Shown" + DecimalText(desk);
-}
-
-Text ReloadedEventName() {
-    return u"Zelkova2.Reloaded";
 }
 
 }  // namespace zk::companion

@@ -8,6 +8,7 @@
 
 #include "platform/handles.h"
 #include "signals/event_names.h"
+#include "signals/shared_names.h"
 #include "signals/shared_state.h"
 
 namespace zk::companion {
@@ -18,11 +19,11 @@ class Signals {
 
     // The event of signal index 1 to 54; nullptr when it cannot be had.
     [[nodiscard]] Handle Event(std::int16_t index);
-    // One of the companions' own events, by name; it lives in the session's Local namespace.
-    [[nodiscard]] Handle OwnEvent(const Text& name);
+    // One of the companions' own events (shared_names.h), of controller `controllerId`.
+    [[nodiscard]] Handle OwnEvent(SharedObject object, std::uint32_t controllerId, int number = 0);
     // Sets the event of a signal; false when it cannot be had or set.
     [[nodiscard]] bool Raise(std::int16_t index);
-    [[nodiscard]] bool RaiseOwn(const Text& name);
+    [[nodiscard]] bool RaiseOwn(SharedObject object, std::uint32_t controllerId, int number = 0);
 
   private:
     Handle Open(const Text& fullName);
@@ -36,13 +37,5 @@ class Signals {
 // Opens the preview on desktop `desk`. Its switcher shows it and takes the keyboard, with the
 // right to come to the front that the caller (which took the user's click or key) passes on.
 bool ShowPreview(WindowApi& windows, Signals& signals, const SharedBlock& block, int desk);
-
-// The companions' own events, beside the controller's signals.
-// Desktop N has been shown; its pilot takes a picture of it a moment later.
-[[nodiscard]] Text ShownEventName(int desk);
-// Asks the switcher of `desk`, the desktop shown, which key sent SharedBlock::keyQuestion.
-[[nodiscard]] Text WhichKeyEventName(std::uint32_t controllerId, int desk);
-// The bridge has forwarded "ReadReg" and told the pilots: the settings are in force.
-[[nodiscard]] Text ReloadedEventName();
 
 }  // namespace zk::companion

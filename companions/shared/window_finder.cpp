@@ -126,7 +126,7 @@ void ShowFoundWindow(WindowApi& windows, Signals& signals, SharedState& state, i
     if (const std::uint32_t switcher = ProcessOf(state, found.desk))
         (void)windows.AllowSetForegroundWindow(switcher);
     if (shown != found.desk) switchTo(found.desk);
-    (void)signals.RaiseOwn(BringForwardEventName(state.ControllerId(), found.desk));
+    (void)signals.RaiseOwn(SharedObject::BringForward, state.ControllerId(), found.desk);
 }
 
 bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk, int shown) {
@@ -139,14 +139,6 @@ bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk, int s
     block.bringForward = 0;
     block.bringForwardDesk = 0;
     return false;
-}
-
-Text BringForwardEventName(std::uint32_t controllerId, int desk) {
-    return u"Zelkova2.BringForward." + DecimalText(controllerId) + u"." + DecimalText(desk);
-}
-
-Text FinderEventName(std::uint32_t controllerId, int desk) {
-    return u"Zelkova2.Finder." + DecimalText(controllerId) + u"." + DecimalText(desk);
 }
 
 }  // namespace zk::companion

@@ -63,9 +63,4 @@ void ShowFoundWindow(WindowApi& windows, Signals& signals, SharedState& state, i
 // one `shown`. Whether a window was asked for and is not yet in front.
 bool BringForwardIfAsked(WindowApi& windows, SharedState& state, int desk, int shown);
 
-// The event that wakes the switcher of `desk` for it.
-[[nodiscard]] Text BringForwardEventName(std::uint32_t controllerId, int desk);
-// The event that asks the switcher of `desk` to open the finder there.
-[[nodiscard]] Text FinderEventName(std::uint32_t controllerId, int desk);
-
 }  // namespace zk::companion

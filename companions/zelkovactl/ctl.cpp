@@ -25,6 +25,7 @@
 #include "signals/shared_state.h"
 #include "tool_support/autostart.h"
 #include "tool_support/launcher.h"
+#include "tool_support/reload.h"
 
 namespace zk::ctl {
 
@@ -255,13 +256,9 @@ int Ctl::Switch(const Args& args) {
 // Done when the bridge has forwarded the reload and told the switchers.
 int Ctl::Reload(const Args&) {
     companion::Signals signals(os_, os_);
-    const Handle reloaded = signals.OwnEvent(companion::ReloadedEventName());
-    (void)os_.WaitForSingleObject(reloaded, 0);  // an old signal says nothing about this one
+    companion::Reload reload(os_, signals);
     if (const int status = Signal(kReadRegCommand)) return status;
-    if (reloaded != nullptr &&
-        Await([&] { return os_.WaitForSingleObject(reloaded, 0) == WaitObject0; }, kAnswerWithin)) {
-        return kExitOk;
-    }
+    if (Await([&] { return reload.Confirmed(0); }, kAnswerWithin)) return kExitOk;
     err_ << "zelkovactl: Zelkova2 did not confirm the reload; its bridge (DeskHerald.exe 5) may "
             "not be running.\n";
     return kExitNoEffect;

@@ -1,5 +1,7 @@
 #include "signals/shared_state.h"
 
+#include "signals/shared_names.h"
+
 namespace zk {
 
 Handle CreateUserOnlyMapping(KernelApi& os, std::uint32_t size, const Text& name) {
@@ -11,7 +13,8 @@ Handle CreateUserOnlyMapping(KernelApi& os, std::uint32_t size, const Text& name
 
 SharedState::SharedState(KernelApi& os, std::uint32_t controllerId) {
     mapping_ = UniqueKernelHandle(
-        os, CreateUserOnlyMapping(os, sizeof(SharedBlock), SharedStateName(controllerId)));
+        os, CreateUserOnlyMapping(os, sizeof(SharedBlock),
+                                  SharedObjectName(SharedObject::State, controllerId)));
     if (!mapping_) return;
     view_ = UniqueView(os, os.MapViewOfFile(mapping_.get(), sizeof(SharedBlock)));
     if (!view_) return;
@@ -37,14 +40,6 @@ void SharedState::PublishHotKeys(const HotKeyFields& fields) {
         block_->hotKeyModifiers[id - 1] = fields.HotKeyMod[id];
     }
     block_->hotKeysPublished = 1;
-}
-
-Text SharedStateName(std::uint32_t controllerId) {
-    return u"Local\\Zelkova2.State." + DecimalText(controllerId);
-}
-
-Text CompanionUpEventName(std::uint32_t controllerId, int slot) {
-    return u"Zelkova2.Up." + DecimalText(controllerId) + u"." + DecimalText(slot);
 }
 
 }  // namespace zk

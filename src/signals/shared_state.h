@@ -102,9 +102,4 @@ class SharedState {
 // the companions' state are: a program of another user sees neither.
 [[nodiscard]] Handle CreateUserOnlyMapping(KernelApi& os, std::uint32_t size, const Text& name);
 
-// The name of the block of one controller's companions.
-[[nodiscard]] Text SharedStateName(std::uint32_t controllerId);
-// The event a companion sets when it has put its process id into its slot.
-[[nodiscard]] Text CompanionUpEventName(std::uint32_t controllerId, int slot);
-
 }  // namespace zk

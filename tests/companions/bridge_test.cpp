@@ -66,9 +66,9 @@ TEST_F(BridgeTest, ForwardsEachCommandToItsOwnControllerAndTellsTheDesktopsWhatC
                   kSignalPrefix + "SwitchToDesktop2", kSignalPrefix + "SwitchToDesktop4",
                   kSignalPrefix + "SwitchToDesktop1", kSignalPrefix + "ReadReg",
                   kSignalPrefix + "Shutdown"}));
-    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.Shown3"));
-    EXPECT_FALSE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.Shown4")) << "in passing";
-    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess("Local\\Zelkova2.Reloaded"));
+    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess(s_.Name(SharedObject::Shown, 3)));
+    EXPECT_FALSE(s_.os.WaitForEventInOtherProcess(s_.Name(SharedObject::Shown, 4))) << "in passing";
+    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess(s_.Name(SharedObject::Reloaded)));
 }
 
 TEST_F(BridgeTest, WaitsForCommandsInTheirOrderAndEndsWithShutdownOrWithTheController) {

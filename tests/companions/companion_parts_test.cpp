@@ -190,7 +190,7 @@ TEST(Launcher, ASecondStartOpensThePreviewOnTheDesktopShown) {
 // memory lets only the user and the system open it.
 TEST(SharedMemory, OnlyTheUserAndTheSystemMayOpenThePicturesAndTheState) {
     sim::SimOs os;
-    const ThumbnailStore pictures(os);
+    const ThumbnailStore pictures(os, 0x99);
     const SharedState state(os, 0x99);
     const auto made = os.journal().Details("CreateFileMappingW");
     ASSERT_EQ(made.size(), kDesktopCount + 1u);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/sim/sim_os.h"
+#include "signals/shared_names.h"
 
 namespace zk::testing {
 
@@ -31,6 +32,10 @@ class CompanionSession {
         return os.WaitForEventInOtherProcess(kSignalPrefix + name);
     }
     void Raise(const std::string& name) { os.SetEventInOtherProcess(kSignalPrefix + name); }
+    // The name of one of the controller's shared objects.
+    std::string Name(SharedObject object, int number = 0) {
+        return os.WideCharToMultiByte(SharedObjectName(object, controller, number));
+    }
 };
 
 }  // namespace zk::testing

@@ -10,6 +10,7 @@
 
 #include "platform/sim/sim_os.h"
 #include "settings/registry.h"
+#include "signals/shared_names.h"
 #include "signals/shared_state.h"
 
 namespace zk::ctl {
@@ -40,7 +41,8 @@ class CtlTest : public ::testing::Test {
         os_.WhenSignalled(kPrefix + "ReadReg", [this] {
             commands_.push_back("ReadReg");
             (void)os_.WaitForEventInOtherProcess(kPrefix + "ReadReg");
-            os_.SetEventInOtherProcess("Local\\Zelkova2.Reloaded");
+            os_.SetEventInOtherProcess(
+                Utf8Text(SharedObjectName(SharedObject::Reloaded, controller_)));
         });
         os_.WhenSignalled(kPrefix + "Shutdown", [this] {
             commands_.push_back("Shutdown");

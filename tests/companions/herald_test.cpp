@@ -234,7 +234,7 @@ TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShow
     Herald& herald = Make(2);
     const std::uint32_t pilot = s_.os.AddOtherProcess(u"DeskPilot.exe", s_.controller);
     SharedState(s_.os, s_.controller).Block().companions[PilotSlot(2)] = pilot;
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Up." + std::to_string(s_.controller) + ".1");
+    s_.os.SetEventInOtherProcess(s_.Name(SharedObject::Up, 1));
     s_.os.EndProcess(pilot);  // before the herald looked at it: started again all the same
     EXPECT_FALSE(Pump());
     ASSERT_EQ(s_.os.StartedProcesses().size(), 1u);

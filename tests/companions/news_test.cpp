@@ -79,8 +79,8 @@ TEST_F(NewsTest, AUsersNewWindowOnADesktopNotShownIsNewsNotTheOnesBeforeOrZelkov
     EXPECT_TRUE(Changed().empty()) << "what was there, a tool window, one of ours, no title";
     (void)Window(u"Inbox - Mail", u"mail.exe");
     EXPECT_EQ(Changed(), std::vector<Text>{u"Inbox - Mail"});
-    EXPECT_TRUE(
-        s_.os.WaitForEventInOtherProcess("Local\\" + Utf8Text(NewsEventName(s_.controller, 3))))
+    EXPECT_TRUE(s_.os.WaitForEventInOtherProcess(
+        Utf8Text(SharedObjectName(SharedObject::News, s_.controller, 3))))
         << "the desktop shown is told";
 
     // It tells in its tray, where a click goes there (the control tool's status and the finder's

@@ -180,7 +180,7 @@ TEST_P(PilotTest, TheWindowTheFinderChoseComesToTheFrontOnceItsDesktopIsShown) {
     EXPECT_EQ(s_.os.ForegroundWindow(), nullptr) << "not before its desktop is shown";
     state.RecordSwitch(3);
     s_.os.ShowDesktopInOtherProcess(u"desk3");
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown3");
+    s_.os.SetEventInOtherProcess(s_.Name(SharedObject::Shown, 3));
     Pump();
     EXPECT_EQ(s_.os.ForegroundWindow(), notepad);
     EXPECT_FALSE(s_.os.IsIconic(notepad));
@@ -243,7 +243,7 @@ TEST_P(PilotTest,
     };
     EXPECT_EQ(changed(Pilot::kMoment), 0) << "desktop 2 is not shown";
     s_.os.ShowDesktopInOtherProcess(u"desk2");
-    s_.os.SetEventInOtherProcess("Local\\Zelkova2.Shown2");
+    s_.os.SetEventInOtherProcess(s_.Name(SharedObject::Shown, 2));
     Pump();
     s_.os.AdvanceTime(Pilot::kMoment);
     Pump();

@@ -71,7 +71,7 @@ TEST_F(SettingsModelTest, ApplyWritesEverySettingAndSaysWhichHotKeysZelkovaCould
             u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt",
             "1/1/2026 1:00:00 PM Zelkova: an older entry\r\n"
             "1/1/2026 1:00:01 PM Zelkova: Failed to register the following hotkey: 6 + F10\r\n");
-        s_.os.SetEventInOtherProcess("Local\\Zelkova2.Reloaded");
+        s_.os.SetEventInOtherProcess(s_.Name(SharedObject::Reloaded));
     });
     s_.os.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt",
                   "1/1/2026 1:00:00 PM Zelkova: an older entry\r\n");

@@ -78,7 +78,7 @@ Lresult ZK_CALLBACK WholeSystem::Procedure(Hwnd window, std::uint32_t message, W
     return 0;
 }
 
-WholeSystem::WholeSystem(sim::HotKeyScope scope) {
+WholeSystem::WholeSystem(sim::HotKeyScope scope, std::uint32_t controllerId) : os_(controllerId) {
     if (g_system != nullptr) throw std::logic_error("one whole system at a time");
     g_system = this;
     os_.SetModuleFileName(kFolder + u"\\Zelkova2.exe");
@@ -142,7 +142,21 @@ void WholeSystem::Start(Host& host, std::uint32_t process) {
     const int slot = host.isPilot ? PilotSlot(host.desk) : HeraldSlot(host.desk);
     state_->Block().companions[slot] = host.process;
     os_.SetEventInOtherProcess(os_.WideCharToMultiByte(
-        u"Local\\" + CompanionUpEventName(os_.GetCurrentProcessId(), slot)));
+        SharedObjectName(SharedObject::Up, os_.GetCurrentProcessId(), slot)));
+}
+
+std::set<std::string> WholeSystem::NamedObjects() {
+    NoteNames();
+    std::set<std::string> names = named_;
+    names.erase("");
+    return names;
+}
+
+void WholeSystem::NoteNames() {
+    for (const char* call : {"CreateEventA", "OpenEventA", "CreateMutexA", "CreateFileMappingW"}) {
+        for (const std::string& detail : os_.journal().Details(call))
+            named_.insert(detail.substr(0, detail.find(' ')));
+    }
 }
 
 bool WholeSystem::PilotMayEnd(int desk) const {
@@ -215,6 +229,7 @@ void WholeSystem::RunUntilQuiet() {
     }
     os_.session().threadDesktop = acting;
     --running_;
+    NoteNames();
     os_.journal().Clear();
 }
 

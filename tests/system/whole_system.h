@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ namespace zk::testing {
 
 class WholeSystem {
   public:
-    explicit WholeSystem(sim::HotKeyScope scope);
+    // `controllerId`: the controller's process id.
+    explicit WholeSystem(sim::HotKeyScope scope, std::uint32_t controllerId = 0x1A4);
     ~WholeSystem();
     WholeSystem(const WholeSystem&) = delete;
     WholeSystem& operator=(const WholeSystem&) = delete;
@@ -59,6 +61,8 @@ class WholeSystem {
     [[nodiscard]] int InputDesk();
     [[nodiscard]] const frmZKRecord& Controller() const { return controller_->record(); }
     [[nodiscard]] static std::string TitleOn(int desk);
+    // The names of the kernel objects the programs have created or opened so far.
+    [[nodiscard]] std::set<std::string> NamedObjects();
 
   private:
     struct Host;
@@ -74,8 +78,10 @@ class WholeSystem {
     void RunUntilQuiet();
     bool RunOnce();
     void ActOn(int desk);
+    void NoteNames();
 
     sim::SimOs os_;
+    std::set<std::string> named_;  // what NamedObjects says
     std::optional<ProcessContext> context_;
     std::shared_ptr<frmZK> controller_;
     std::optional<companion::ControllerProcess> controllerProcess_;

@@ -20,7 +20,7 @@ bool SameName(const Text& a, const Text& b) {
                       [&](char16_t x, char16_t y) { return fold(x) == fold(y); });
 }
 
-Session::Session() {
+Session::Session(std::uint32_t processId) : processId(processId) {
     KernelObject station{Kind::Desktop};
     station.references = 1;  // the window station keeps "Default"
     desktops.push_back({u"Default", NewObject(std::move(station))});

@@ -69,7 +69,8 @@ struct SimDesktop {
 
 class Session {
   public:
-    Session();
+    // `processId`: the simulated process's.
+    explicit Session(std::uint32_t processId = 0x1A4);
 
     // Records the call; true if an injected fault makes it fail (the last error is then set).
     [[nodiscard]] bool Enter(const char* call, std::string detail = {});
@@ -77,7 +78,7 @@ class Session {
     Journal journal;
     FaultPlan faults;
 
-    const std::uint32_t processId = 0x1A4;
+    const std::uint32_t processId;
     const std::uint32_t threadId = 0x1A8;
     std::uint32_t parentProcessId = 0;
     std::uint64_t tickCount = 1'000'000;  // milliseconds since the simulated system started

@@ -22,6 +22,7 @@ namespace zk::sim {
 
 // The session comes first, so that it exists before the parts that share it.
 struct SessionHolder {
+    explicit SessionHolder(std::uint32_t processId) : shared_(processId) {}
     Session shared_;
 };
 
@@ -37,8 +38,9 @@ class SimOs final : private SessionHolder,
                     public SimRegistry,
                     public SimText {
   public:
-    SimOs()
-        : SimSystem(shared_),
+    explicit SimOs(std::uint32_t processId = 0x1A4)
+        : SessionHolder(processId),
+          SimSystem(shared_),
           SimFiles(shared_),
           SimKernel(shared_, *this),
           SimDesktops(shared_),
