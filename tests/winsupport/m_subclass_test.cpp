@@ -51,58 +51,46 @@ class Subclassing : public ::testing::Test {
     Hwnd window_;
 };
 
-TEST_F(Subclassing, OneReceiverAndItsAnswerDecideWhoSeesTheMessageAndWhoseResultCounts) {
+// One receiver's answer decides; with two, the first decides what comes before and the last
+// what comes after. A message nobody wants passes through.
+TEST_F(Subclassing, TheReceiversAnswersDecideWhoSeesTheMessageAndWhoseResultCounts) {
     struct Case {
-        std::int32_t response;
+        std::vector<std::int32_t> responses;  // A's (result 5), then B's (result 6)
         Seen seen;
         Lresult result;
     };
     const Case cases[] = {
-        {CallOriginalAfter, {"A asked 1", "A proc 1", "A asked 1", "original 1"}, kOriginalResult},
-        {CallOriginalBefore, {"A asked 1", "original 1", "A proc 1", "A asked 1"}, 5},
-        {ConsumeMessage, {"A asked 1", "A proc 1", "A asked 1"}, 5},
-        {7, {"A asked 1", "A proc 1", "A asked 1"}, 5},
-    };
-    for (const auto& c : cases) {
-        auto a = MakeProbe("A", c.response, 5);
-        MSubclass::AttachReceiver(*a, window_, kOne);
-        g_seen.clear();
-        EXPECT_EQ(Send(kOne), c.result) << "response " << c.response;
-        EXPECT_EQ(g_seen, c.seen) << "response " << c.response;
-        g_seen.clear();
-        EXPECT_EQ(Send(kTwo), kOriginalResult) << "a message nobody wants passes through";
-        EXPECT_EQ(g_seen, Seen{"original 2"});
-        MSubclass::DetachReceiver(*a, window_, kOne);
-    }
-}
-
-TEST_F(Subclassing, WithTwoReceiversTheFirstDecidesBeforeAndTheLastAfter) {
-    struct Case {
-        std::int32_t first, last;
-        Seen seen;
-        Lresult result;
-    };
-    const Case cases[] = {
-        {CallOriginalBefore,
-         CallOriginalAfter,
+        {{CallOriginalAfter},
+         {"A asked 1", "A proc 1", "A asked 1", "original 1"},
+         kOriginalResult},
+        {{CallOriginalBefore}, {"A asked 1", "original 1", "A proc 1", "A asked 1"}, 5},
+        {{ConsumeMessage}, {"A asked 1", "A proc 1", "A asked 1"}, 5},
+        {{7}, {"A asked 1", "A proc 1", "A asked 1"}, 5},
+        {{CallOriginalBefore, CallOriginalAfter},
          {"A asked 1", "original 1", "A proc 1", "B proc 1", "B asked 1"},
          6},
-        {ConsumeMessage,
-         CallOriginalAfter,
+        {{ConsumeMessage, CallOriginalAfter},
          {"A asked 1", "A proc 1", "B proc 1", "B asked 1", "original 1"},
          kOriginalResult},
-        {CallOriginalAfter, ConsumeMessage, {"A asked 1", "A proc 1", "B proc 1", "B asked 1"}, 6},
+        {{CallOriginalAfter, ConsumeMessage},
+         {"A asked 1", "A proc 1", "B proc 1", "B asked 1"},
+         6},
     };
     for (const auto& c : cases) {
-        auto a = MakeProbe("A", c.first, 5);
-        auto b = MakeProbe("B", c.last, 6);
-        MSubclass::AttachReceiver(*a, window_, kOne);
-        MSubclass::AttachReceiver(*b, window_, kOne);
+        std::vector<std::shared_ptr<testing::Probe>> receivers;
+        for (std::size_t i = 0; i < c.responses.size(); ++i) {
+            receivers.push_back(
+                MakeProbe(i == 0 ? "A" : "B", c.responses[i], 5 + static_cast<Lresult>(i)));
+            MSubclass::AttachReceiver(*receivers.back(), window_, kOne);
+        }
         g_seen.clear();
-        EXPECT_EQ(Send(kOne), c.result);
+        EXPECT_EQ(Send(kOne), c.result) << c.seen.size();
         EXPECT_EQ(g_seen, c.seen);
-        MSubclass::DetachReceiver(*b, window_, kOne);
-        MSubclass::DetachReceiver(*a, window_, kOne);
+        g_seen.clear();
+        EXPECT_EQ(Send(kTwo), kOriginalResult);
+        EXPECT_EQ(g_seen, Seen{"original 2"});
+        for (auto it = receivers.rbegin(); it != receivers.rend(); ++it)
+            MSubclass::DetachReceiver(**it, window_, kOne);
     }
 }
 
