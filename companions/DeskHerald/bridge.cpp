@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "desktop/desktops.h"
 #include "shared/shown_desktop.h"
-#include "signals/protocol.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 

@@ -9,11 +9,11 @@
 
 #include <optional>
 
-#include "resident/controller_link.h"
 #include "resident/controller_process.h"
 #include "resident/switch_notice.h"
 #include "resident/wait_loop.h"
 #include "resident/watchdog.h"
+#include "shared/controller_link.h"
 #include "shared/signals.h"
 #include "signals/shared_state.h"
 

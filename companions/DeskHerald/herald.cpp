@@ -11,7 +11,7 @@
 #include "shared/hotkeys_in_force.h"
 #include "shared/news.h"
 #include "shared/window_finder.h"
-#include "signals/protocol.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 namespace {

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "desktop/desktops.h"
 #include "support/text.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

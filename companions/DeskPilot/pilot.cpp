@@ -10,7 +10,7 @@
 #include "resident/hotkey_stand_in.h"
 #include "resident/leave_no_empty_desktop.h"
 #include "resident/switch_notice.h"
-#include "signals/protocol.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 

@@ -13,7 +13,6 @@
 #include <optional>
 
 #include "hotkeys/hotkeys.h"
-#include "resident/controller_link.h"
 #include "resident/controller_process.h"
 #include "resident/desktop_shower.h"
 #include "resident/key_repeat.h"
@@ -23,6 +22,7 @@
 #include "resident/watchdog.h"
 #include "settings/registry.h"
 #include "shared/companion_hotkeys.h"
+#include "shared/controller_link.h"
 #include "shared/shown_desktop.h"
 #include "shared/signals.h"
 #include "shared/window_finder.h"

@@ -1,5 +1,5 @@
 #include "DeskPilot/preview_keys.h"
-#include "desktop/desktops.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 namespace {

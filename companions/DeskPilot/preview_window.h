@@ -7,9 +7,9 @@
 #include <functional>
 
 #include "DeskPilot/thumbnail_store.h"
-#include "desktop/desktops.h"
 #include "platform/os.h"
 #include "shared/window_finder.h"
+#include "vocabulary/desktops.h"
 #include "window/appearance.h"
 #include "window/list_accessible.h"
 #include "window/view_colours.h"

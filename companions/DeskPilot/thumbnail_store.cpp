@@ -1,7 +1,7 @@
 #include "DeskPilot/thumbnail_store.h"
 
-#include "signals/shared_names.h"
 #include "signals/shared_state.h"
+#include "vocabulary/shared_names.h"
 
 namespace zk::companion {
 

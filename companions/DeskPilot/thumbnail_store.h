@@ -5,8 +5,8 @@
 #include <array>
 #include <cstdint>
 
-#include "desktop/desktops.h"
 #include "platform/handles.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

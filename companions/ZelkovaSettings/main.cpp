@@ -4,7 +4,6 @@
 
 #include <commctrl.h>
 
-#include "StartZelkova2/start_for_user.h"
 #include "ZelkovaSettings/settings_dialog.h"
 #include "diagnostics/err_log.h"
 #include "diagnostics/win_api_error.h"
@@ -12,6 +11,7 @@
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_os.h"
 #include "tool_support/launcher.h"
+#include "tool_support/start_for_user.h"
 
 using zk::win32::W;
 

@@ -10,9 +10,9 @@
 #include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/win32/wide_text.h"
-#include "programs/programs.h"
 #include "shared/hotkeys_in_force.h"
 #include "tool_support/launcher.h"
+#include "vocabulary/programs.h"
 
 using zk::win32::W;
 

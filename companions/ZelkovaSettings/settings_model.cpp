@@ -8,9 +8,9 @@
 #include "shared/companion_settings.h"
 #include "shared/hotkeys_in_force.h"
 #include "shared/signals.h"
-#include "signals/protocol.h"
 #include "tool_support/autostart.h"
 #include "tool_support/reload.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 namespace {

@@ -8,11 +8,11 @@
 #include <optional>
 #include <vector>
 
-#include "desktop/desktops.h"
-#include "hotkeys/hotkey_table.h"
 #include "platform/os.h"
 #include "settings/registry.h"
 #include "shared/hotkey_text.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::companion {
 

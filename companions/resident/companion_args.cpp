@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "desktop/desktops.h"
-#include "signals/event_names.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/event_names.h"
 
 namespace zk::companion {
 namespace {

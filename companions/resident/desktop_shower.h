@@ -6,8 +6,8 @@
 
 #include <array>
 
-#include "desktop/desktops.h"
 #include "platform/handles.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

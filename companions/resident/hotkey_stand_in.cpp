@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "signals/protocol.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 namespace {

@@ -1,9 +1,9 @@
 #include "resident/leave_no_empty_desktop.h"
 
-#include "desktop/desktops.h"
 #include "platform/handles.h"
 #include "resident/own_desktop.h"
 #include "shared/user_windows.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

@@ -1,6 +1,6 @@
 #include "resident/switch_guard.h"
 
-#include "desktop/desktops.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

@@ -1,6 +1,6 @@
 #include "resident/switch_notice.h"
 
-#include "signals/protocol.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 

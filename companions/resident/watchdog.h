@@ -8,12 +8,12 @@
 #include <cstdint>
 
 #include "diagnostics/err_log.h"
-#include "programs/programs.h"
 #include "resident/companion_args.h"
 #include "resident/controller_process.h"
 #include "resident/wait_loop.h"
 #include "shared/signals.h"
 #include "signals/shared_state.h"
+#include "vocabulary/programs.h"
 
 namespace zk::companion {
 

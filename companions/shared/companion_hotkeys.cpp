@@ -1,7 +1,7 @@
 #include "shared/companion_hotkeys.h"
 
-#include "desktop/desktops.h"
 #include "hotkeys/hotkeys.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

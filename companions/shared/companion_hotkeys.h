@@ -5,9 +5,9 @@
 
 #include <array>
 
-#include "hotkeys/hotkey_table.h"
 #include "platform/os.h"
 #include "settings/registry.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::companion {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "hotkeys/hotkey_table.h"
 #include "platform/handles.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::companion {
 

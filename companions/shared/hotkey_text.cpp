@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <map>
 
-#include "hotkeys/hotkey_table.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::companion {
 namespace {

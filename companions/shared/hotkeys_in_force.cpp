@@ -1,8 +1,8 @@
 #include "shared/hotkeys_in_force.h"
 
 #include "hotkeys/hotkeys.h"
+#include "shared/controller_link.h"
 #include "signals/shared_state.h"
-#include "tool_support/launcher.h"
 
 namespace zk::companion {
 namespace {

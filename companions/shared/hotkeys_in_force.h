@@ -7,10 +7,10 @@
 #include <array>
 #include <optional>
 
-#include "hotkeys/hotkey_table.h"
 #include "platform/os.h"
 #include "settings/registry.h"
 #include "shared/hotkey_text.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::companion {
 

@@ -1,6 +1,6 @@
 #include "shared/settings_watch.h"
 
-#include "hotkeys/hotkey_table.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::companion {
 

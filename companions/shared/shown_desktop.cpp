@@ -1,7 +1,7 @@
 #include "shared/shown_desktop.h"
 
-#include "desktop/desktops.h"
 #include "platform/handles.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

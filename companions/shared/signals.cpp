@@ -1,6 +1,6 @@
 #include "shared/signals.h"
 
-#include "signals/protocol.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 

@@ -7,9 +7,9 @@
 #include <map>
 
 #include "platform/handles.h"
-#include "signals/event_names.h"
-#include "signals/shared_names.h"
 #include "signals/shared_state.h"
+#include "vocabulary/event_names.h"
+#include "vocabulary/shared_names.h"
 
 namespace zk::companion {
 

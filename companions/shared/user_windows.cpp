@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "desktop/desktops.h"
 #include "platform/handles.h"
-#include "programs/programs.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/programs.h"
 
 namespace zk::companion {
 namespace {

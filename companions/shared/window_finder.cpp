@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "desktop/desktops.h"
 #include "shared/news.h"
 #include "shared/user_windows.h"
-#include "signals/protocol.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 namespace {

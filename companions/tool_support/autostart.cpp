@@ -1,7 +1,7 @@
 #include "tool_support/autostart.h"
 
 #include "platform/handles.h"
-#include "programs/programs.h"
+#include "vocabulary/programs.h"
 
 namespace zk::companion {
 

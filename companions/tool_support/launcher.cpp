@@ -7,17 +7,16 @@
 
 #include "desktop/companions.h"
 #include "platform/module_path.h"
-#include "programs/programs.h"
-#include "resident/controller_link.h"
+#include "shared/controller_link.h"
 #include "shared/signals.h"
 #include "signals/shared_state.h"
+#include "vocabulary/programs.h"
 
 namespace zk::companion {
 namespace {
 
 constexpr std::uint32_t kPoll = 50;
 constexpr std::uint32_t kSettle = 1000;
-constexpr int kSnapshotAttempts = 3;
 
 Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
                            std::uint32_t processId) {
@@ -30,24 +29,6 @@ Hwnd ControllerWindowAmong(WindowApi& os, const std::vector<Hwnd>& windows,
 }
 
 }  // namespace
-
-std::optional<std::vector<std::uint32_t>> TryControllerProcessIds(KernelApi& os) {
-    for (int attempt = 0; attempt < kSnapshotAttempts; ++attempt) {
-        if (attempt > 0) os.Sleep(kPoll);
-        const auto entries = os.CreateToolhelp32Snapshot();
-        const std::uint32_t self = os.GetCurrentProcessId();
-        if (std::none_of(entries.begin(), entries.end(),
-                         [&](const ProcessEntry& entry) { return entry.processId == self; })) {
-            continue;
-        }
-        std::vector<std::uint32_t> ids;
-        for (const ProcessEntry& entry : entries) {
-            if (IsProgramFile(entry.exeFile, Program::Controller)) ids.push_back(entry.processId);
-        }
-        return ids;
-    }
-    return std::nullopt;
-}
 
 Hwnd FindControllerWindow(DesktopApi& desktops, WindowApi& windows, std::uint32_t processId) {
     UniqueDesktop first(desktops, desktops.OpenDesktopW(kDefaultDesktopName, 0, false,

@@ -8,14 +8,11 @@
 #include <vector>
 
 #include "platform/handles.h"
-#include "programs/programs.h"
+#include "shared/controller_link.h"
+#include "vocabulary/programs.h"
 
 namespace zk::companion {
 
-// The processes of Zelkova2's controller that run now; nothing when the system gave no list of
-// processes (a list always holds the caller's own, so one without it is tried again): then
-// whether Zelkova2 runs cannot be told, and a caller says so rather than "not running".
-[[nodiscard]] std::optional<std::vector<std::uint32_t>> TryControllerProcessIds(KernelApi& os);
 // The controller window of that process, on "Default" or on the caller's desktop.
 [[nodiscard]] Hwnd FindControllerWindow(DesktopApi& desktops, WindowApi& windows,
                                         std::uint32_t processId);

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "desktop/desktops.h"
 #include "support/text.h"
+#include "vocabulary/desktops.h"
 
 namespace zk::companion {
 

@@ -12,7 +12,6 @@
 #include "diagnostics/win_api_error.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/handles.h"
-#include "programs/programs.h"
 #include "shared/companion_settings.h"
 #include "shared/hotkey_text.h"
 #include "shared/hotkeys_in_force.h"
@@ -21,11 +20,12 @@
 #include "shared/signals.h"
 #include "shared/user_windows.h"
 #include "shared/window_finder.h"
-#include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "tool_support/autostart.h"
 #include "tool_support/launcher.h"
 #include "tool_support/reload.h"
+#include "vocabulary/programs.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::ctl {
 

@@ -8,14 +8,14 @@
 
 #include "desktop/c_desktop.h"
 #include "diagnostics/err_log.h"
-#include "hotkeys/hotkey_table.h"
 #include "hotkeys/hotkeys.h"
 #include "platform/os.h"
 #include "settings/registry.h"
-#include "signals/event_names.h"
-#include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "support/one_based_array.h"
+#include "vocabulary/event_names.h"
+#include "vocabulary/hotkey_table.h"
+#include "vocabulary/protocol.h"
 #include "winsupport/i_subclass.h"
 
 namespace zk {

@@ -1,7 +1,7 @@
 #include "desktop/companions.h"
 
-#include "signals/event_names.h"
 #include "support/text.h"
+#include "vocabulary/event_names.h"
 
 namespace zk {
 

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "desktop/desktops.h"
 #include "platform/os.h"
-#include "programs/programs.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/programs.h"
 
 namespace zk {
 

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "platform/handles.h"
-#include "programs/programs.h"
+#include "vocabulary/programs.h"
 
 namespace zk {
 

@@ -3,9 +3,9 @@
 // Failures are logged; registry values that cannot be read fall back silently.
 
 #include "diagnostics/err_log.h"
-#include "hotkeys/hotkey_table.h"
 #include "platform/os.h"
 #include "settings/registry.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk {
 

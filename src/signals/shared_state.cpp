@@ -1,6 +1,6 @@
 #include "signals/shared_state.h"
 
-#include "signals/shared_names.h"
+#include "vocabulary/shared_names.h"
 
 namespace zk {
 

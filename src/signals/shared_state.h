@@ -14,9 +14,9 @@
 
 #include <cstdint>
 
-#include "desktop/desktops.h"
-#include "hotkeys/hotkey_table.h"
 #include "platform/handles.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk {
 

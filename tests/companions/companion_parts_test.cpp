@@ -8,11 +8,11 @@
 #include "companions/companion_session.h"
 #include "diagnostics/log_reader.h"
 #include "resident/companion_args.h"
-#include "resident/controller_link.h"
+#include "shared/controller_link.h"
 #include "shared/signals.h"
-#include "signals/protocol.h"
 #include "signals/shared_state.h"
 #include "tool_support/launcher.h"
+#include "vocabulary/protocol.h"
 #include "window/appearance.h"
 
 namespace zk::companion {

@@ -1,7 +1,7 @@
 #include "companions/companion_session.h"
 
-#include "signals/protocol.h"
 #include "signals/shared_state.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::testing {
 namespace {

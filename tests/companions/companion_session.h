@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/sim/sim_os.h"
-#include "signals/shared_names.h"
+#include "vocabulary/shared_names.h"
 
 namespace zk::testing {
 

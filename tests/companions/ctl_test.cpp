@@ -10,8 +10,8 @@
 
 #include "platform/sim/sim_os.h"
 #include "settings/registry.h"
-#include "signals/shared_names.h"
 #include "signals/shared_state.h"
+#include "vocabulary/shared_names.h"
 
 namespace zk::ctl {
 namespace {

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "hotkeys/hotkey_table.h"
 #include "system/whole_system.h"
+#include "vocabulary/hotkey_table.h"
 
 namespace zk::testing {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <stdexcept>
 
-#include "programs/programs.h"
 #include "shared/shown_desktop.h"
 #include "shared/window_finder.h"
-#include "signals/event_names.h"
-#include "signals/protocol.h"
+#include "vocabulary/event_names.h"
+#include "vocabulary/programs.h"
+#include "vocabulary/protocol.h"
 #include "zelkovactl/ctl.h"
 
 namespace zk::testing {

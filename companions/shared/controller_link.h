@@ -1,13 +1,17 @@
 #pragma once
-// The bridge's line to its controller: the controller window of that process on this desktop,
-// found once and checked before each use, and the commands sent to it by WM_COPYDATA.
+// Finding Zelkova2's controllers, and a companion's line to its own: the controller window of
+// that process on this desktop, found once and checked before each use, and the commands sent to
+// it by WM_COPYDATA.
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <vector>
 
+#include "platform/api/kernel_api.h"
 #include "platform/api/text_api.h"
 #include "platform/api/window_api.h"
-#include "signals/event_names.h"
+#include "vocabulary/event_names.h"
 
 namespace zk::companion {
 
@@ -29,6 +33,10 @@ class ControllerLink {
     Hwnd window_ = nullptr;
 };
 
+// The processes of Zelkova2's controller that run now; nothing when the system gave no list of
+// processes (a list always holds the caller's own, so one without it is tried again): then
+// whether Zelkova2 runs cannot be told, and a caller says so rather than "not running".
+[[nodiscard]] std::optional<std::vector<std::uint32_t>> TryControllerProcessIds(KernelApi& os);
 // Whether a window is a controller window (of any process).
 [[nodiscard]] bool IsControllerWindow(WindowApi& os, Hwnd window);
 

@@ -1,14 +1,37 @@
-#include "resident/controller_link.h"
+#include "shared/controller_link.h"
 
-#include "signals/protocol.h"
+#include <algorithm>
+
+#include "vocabulary/programs.h"
+#include "vocabulary/protocol.h"
 
 namespace zk::companion {
 namespace {
 
 // Long enough for a controller that is busy switching; a hung one is not waited for.
 constexpr std::uint32_t kSendTimeout = 5000;
+constexpr std::uint32_t kSnapshotAgainAfter = 50;
+constexpr int kSnapshotAttempts = 3;
 
 }  // namespace
+
+std::optional<std::vector<std::uint32_t>> TryControllerProcessIds(KernelApi& os) {
+    for (int attempt = 0; attempt < kSnapshotAttempts; ++attempt) {
+        if (attempt > 0) os.Sleep(kSnapshotAgainAfter);
+        const auto entries = os.CreateToolhelp32Snapshot();
+        const std::uint32_t self = os.GetCurrentProcessId();
+        if (std::none_of(entries.begin(), entries.end(),
+                         [&](const ProcessEntry& entry) { return entry.processId == self; })) {
+            continue;
+        }
+        std::vector<std::uint32_t> ids;
+        for (const ProcessEntry& entry : entries) {
+            if (IsProgramFile(entry.exeFile, Program::Controller)) ids.push_back(entry.processId);
+        }
+        return ids;
+    }
+    return std::nullopt;
+}
 
 bool IsControllerWindow(WindowApi& os, Hwnd window) {
     return os.GetWindowTextW(window) == kControllerCaption &&

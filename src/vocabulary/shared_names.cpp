@@ -1,4 +1,4 @@
-#include "signals/shared_names.h"
+#include "vocabulary/shared_names.h"
 
 #include <array>
 #include <utility>

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "signals/event_names.h"
+#include "vocabulary/event_names.h"
 
 namespace zk {
 

@@ -1,4 +1,4 @@
-#include "signals/event_names.h"
+#include "vocabulary/event_names.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "programs/programs.h"
+#include "vocabulary/programs.h"
 
 #include <algorithm>
 #include <array>

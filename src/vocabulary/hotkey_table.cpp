@@ -1,7 +1,7 @@
-#include "hotkeys/hotkey_table.h"
+#include "vocabulary/hotkey_table.h"
 
-#include "desktop/desktops.h"
-#include "signals/event_names.h"
+#include "vocabulary/desktops.h"
+#include "vocabulary/event_names.h"
 
 namespace zk {
 
