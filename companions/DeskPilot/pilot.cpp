@@ -100,10 +100,10 @@ void Pilot::NoteMissingHerald() {
 // logs its own. Where none succeeds, the controller holds them for the whole session.
 void Pilot::ReportRefusedHotKeys() {
     std::vector<int> refused;
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         if (fields_.HotKeyOk[id] == 0) refused.push_back(id);
     }
-    if (refused.empty() || static_cast<int>(refused.size()) == kHotKeyCount) return;
+    if (refused.empty() || static_cast<int>(refused.size()) == kControllerHotKeyCount) return;
     ErrLog log(os_);
     for (const int id : refused)
         log.LogError(hotkeys_.FailureText(kRegisterFailed, id));
@@ -111,7 +111,7 @@ void Pilot::ReportRefusedHotKeys() {
 }
 
 Pilot::~Pilot() {
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         if (fields_.HotKeyOk[id] != 0) (void)os_.UnregisterHotKey(window_, id);
     }
 }
@@ -247,7 +247,7 @@ void Pilot::ShowFound(const FoundWindow& found) {
 bool Pilot::RepeatOf(std::initializer_list<int> ids) {
     std::vector<std::int16_t> keys;
     for (const int id : ids) {
-        if (IsHotKeyId(id)) keys.push_back(fields_.HotKeyCode[id]);
+        if (IsControllerHotKeyId(id)) keys.push_back(fields_.HotKeyCode[id]);
     }
     return keyRepeat_.IsRepeat(keys);
 }

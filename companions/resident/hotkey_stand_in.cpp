@@ -37,7 +37,7 @@ void HotKeyStandIn::SwitcherEnded(Hwnd window) {
     hotkeys_->LoadHotKeys();
     hotkeys_->RegisterHotKeys();
     bool any = false;
-    for (int id = 1; id <= kHotKeyCount; ++id)
+    for (int id = 1; id <= kControllerHotKeyCount; ++id)
         any = any || fields_.HotKeyOk[id] != 0;
     if (any) {
         state_.Block().hotKeysStandIn |= DeskBit(desk_);
@@ -64,7 +64,7 @@ void HotKeyStandIn::LetGo() {
 // What the switcher would have done with the key; one that was queued before the hotkeys were let
 // go counts too.
 void HotKeyStandIn::HotKey(int id) {
-    if (!IsHotKeyId(id) || fields_.HotKeyCode[id] == 0) return;
+    if (!IsControllerHotKeyId(id) || fields_.HotKeyCode[id] == 0) return;
     shown_.BringInStep(desk_, signals_);  // the key was typed here: this desktop is shown
     const std::int16_t key = fields_.HotKeyCode[id];
     if (keyRepeat_.IsRepeat({&key, 1})) return;

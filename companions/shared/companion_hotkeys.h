@@ -31,7 +31,7 @@ class CompanionHotKeys {
         std::int16_t modifiers = 0;
         bool held = false;
     };
-    static constexpr int kCount = kAllHotKeyCount - kHotKeyCount;
+    static constexpr int kCount = kAllHotKeyCount - kControllerHotKeyCount;
     [[nodiscard]] Pair Read(int id);
 
     HotKeyApi& os_;

@@ -23,14 +23,14 @@ bool NamesAKey(const HotKeyCombo& combo) {
     return combo.key >= 1 && combo.key <= 254 && (combo.modifiers & ~kModifierBits) == 0;
 }
 
-std::optional<std::array<HotKeyCombo, kHotKeyCount>> PublishedHotKeys(KernelApi& os) {
+std::optional<std::array<HotKeyCombo, kControllerHotKeyCount>> PublishedHotKeys(KernelApi& os) {
     for (const std::uint32_t id :
          TryControllerProcessIds(os).value_or(std::vector<std::uint32_t>{})) {
         SharedState state(os, id);
         const SharedBlock& block = state.Block();
         if (block.hotKeysPublished != 1) continue;
-        std::array<HotKeyCombo, kHotKeyCount> pairs;
-        for (int i = 0; i < kHotKeyCount; ++i)
+        std::array<HotKeyCombo, kControllerHotKeyCount> pairs;
+        for (int i = 0; i < kControllerHotKeyCount; ++i)
             pairs[i] = {block.hotKeyModifiers[i], block.hotKeyCodes[i]};
         return pairs;
     }
@@ -44,7 +44,7 @@ std::array<HotKeyStatus, kAllHotKeyCount> ReadHotKeyStatus(KernelApi& os, Regist
         HotKeyStatus& s = status[id - 1];
         s.isStored = ReadHotKeyPair(registry, id, s.stored.key, s.stored.modifiers);
         if (!s.isStored) s.stored = DefaultHotKey(id);
-        if (published && IsHotKeyId(id)) s.inForce = (*published)[id - 1];
+        if (published && IsControllerHotKeyId(id)) s.inForce = (*published)[id - 1];
     }
     return status;
 }

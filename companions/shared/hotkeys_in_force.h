@@ -28,7 +28,8 @@ struct HotKeyStatus {
 // A virtual key (1 to 254) with modifiers from Alt, Ctrl, Shift and Win only.
 [[nodiscard]] bool NamesAKey(const HotKeyCombo& combo);
 // The controller's published pairs; nothing while no controller runs or it has published none.
-[[nodiscard]] std::optional<std::array<HotKeyCombo, kHotKeyCount>> PublishedHotKeys(KernelApi& os);
+[[nodiscard]] std::optional<std::array<HotKeyCombo, kControllerHotKeyCount>> PublishedHotKeys(
+    KernelApi& os);
 [[nodiscard]] std::array<HotKeyStatus, kAllHotKeyCount> ReadHotKeyStatus(KernelApi& os,
                                                                          Registry& registry);
 // What the user meets: the pairs in force, or where none are published the stored ones.

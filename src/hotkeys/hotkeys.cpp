@@ -84,7 +84,7 @@ bool HotKeys::Unregister(int id) {
 }
 
 void HotKeys::LoadHotKeys() {
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         if (!ReadHotKeyPair(registry_, id, fields_.HotKeyCode[id], fields_.HotKeyMod[id])) {
             fields_.HotKeyCode[id] = HotKeySettingOf(id).defaultKey;
             fields_.HotKeyMod[id] = HotKeySettingOf(id).defaultModifiers;
@@ -94,22 +94,22 @@ void HotKeys::LoadHotKeys() {
 
 void HotKeys::RegisterHotKeys() {
     bool allRegistered = true;
-    for (int id = 1; id <= kHotKeyCount; ++id)
+    for (int id = 1; id <= kControllerHotKeyCount; ++id)
         allRegistered = Register(id) && allRegistered;
     if (!allRegistered && log_ != nullptr) log_->StartErrorReporter();
 }
 
 void HotKeys::UnregisterHotKeys() {
     bool allUnregistered = true;
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         if (fields_.HotKeyOk[id] != 0) allUnregistered = Unregister(id) && allUnregistered;
     }
     if (!allUnregistered && log_ != nullptr) log_->StartErrorReporter();
 }
 
 void HotKeys::ReloadHotKeys() {
-    OneBasedArray<bool, kHotKeyCount> changed;
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    OneBasedArray<bool, kControllerHotKeyCount> changed;
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         std::int16_t key = 0;
         std::int16_t modifiers = 0;
         if (!ReadHotKeyPair(registry_, id, key, modifiers)) continue;
@@ -119,10 +119,10 @@ void HotKeys::ReloadHotKeys() {
             fields_.HotKeyMod[id] = modifiers;
         }
     }
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         if (changed[id] && fields_.HotKeyOk[id] != 0 && Unregister(id)) fields_.HotKeyOk[id] = 0;
     }
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         if (changed[id] && fields_.HotKeyOk[id] == 0) (void)Register(id);
     }
 }

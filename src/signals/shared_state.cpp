@@ -35,7 +35,7 @@ void SharedState::PublishShown(std::int16_t current, std::int16_t previous) {
 }
 
 void SharedState::PublishHotKeys(const HotKeyFields& fields) {
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         block_->hotKeyCodes[id - 1] = fields.HotKeyCode[id];
         block_->hotKeyModifiers[id - 1] = fields.HotKeyMod[id];
     }

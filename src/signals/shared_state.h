@@ -57,8 +57,8 @@ struct SharedBlock {
     std::int16_t hotKeyRepeats;
     // The pairs the controller holds, by id from 1, as it last loaded or reloaded them; set once
     // hotKeysPublished is 1.
-    std::int16_t hotKeyCodes[kHotKeyCount];
-    std::int16_t hotKeyModifiers[kHotKeyCount];
+    std::int16_t hotKeyCodes[kControllerHotKeyCount];
+    std::int16_t hotKeyModifiers[kControllerHotKeyCount];
     std::uint32_t hotKeysPublished;
     // Bit N: the herald of desktop N holds the hotkeys while its switcher starts again.
     std::uint32_t hotKeysStandIn;

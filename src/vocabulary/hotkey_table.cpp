@@ -6,7 +6,7 @@
 namespace zk {
 
 std::optional<HotKeyRequest> HotKeyRequestOf(int id, std::int16_t previousDesk) {
-    if (!IsHotKeyId(id)) return std::nullopt;
+    if (!IsControllerHotKeyId(id)) return std::nullopt;
     const HotKeySetting& setting = HotKeySettingOf(id);
     switch (setting.action) {
         case HotKeyAction::ShowDesktop:

@@ -177,7 +177,7 @@ TEST_F(CtlTest, HotKeysSayWhatIsInForceAndWhatNamesNoKeyAndTheLogNamesThem) {
         os_.registry().SetDword(key, name, value);
     StartZelkova();
     HotKeyFields inForce;
-    for (int id = 1; id <= kHotKeyCount; ++id) {
+    for (int id = 1; id <= kControllerHotKeyCount; ++id) {
         inForce.HotKeyCode[id] = HotKeySettingOf(id).defaultKey;
         inForce.HotKeyMod[id] = HotKeySettingOf(id).defaultModifiers;
     }
