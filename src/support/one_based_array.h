@@ -17,8 +17,8 @@ class OneBasedArray {
     static constexpr long size() { return static_cast<long>(N); }
     auto begin() { return items_.begin(); }
     auto end() { return items_.end(); }
-    auto begin() const { return items_.begin(); }
-    auto end() const { return items_.end(); }
+    [[nodiscard]] auto begin() const { return items_.begin(); }
+    [[nodiscard]] auto end() const { return items_.end(); }
 
   private:
     static std::size_t Slot(long index) {

@@ -12,9 +12,9 @@ namespace zk {
 class ZkError : public std::runtime_error {
   public:
     ZkError(std::int32_t number, Text source, Text description);
-    std::int32_t number() const { return number_; }
-    const Text& source() const { return source_; }
-    const Text& description() const { return description_; }
+    [[nodiscard]] std::int32_t number() const { return number_; }
+    [[nodiscard]] const Text& source() const { return source_; }
+    [[nodiscard]] const Text& description() const { return description_; }
 
   private:
     std::int32_t number_;

@@ -20,13 +20,13 @@ class Journal {
   public:
     void Record(std::string call, std::string detail);
     void MarkLastFailed();
-    const std::vector<JournalEntry>& Entries() const { return entries_; }
+    [[nodiscard]] const std::vector<JournalEntry>& Entries() const { return entries_; }
     // The details of every call of one function, in order.
-    std::vector<std::string> Details(std::string_view call) const;
-    int Count(std::string_view call) const;
+    [[nodiscard]] std::vector<std::string> Details(std::string_view call) const;
+    [[nodiscard]] int Count(std::string_view call) const;
     // Position of the first entry at or after `from` of that call whose detail contains `part`.
-    std::optional<std::size_t> Find(std::string_view call, std::string_view part = {},
-                                    std::size_t from = 0) const;
+    [[nodiscard]] std::optional<std::size_t> Find(std::string_view call, std::string_view part = {},
+                                                  std::size_t from = 0) const;
     void Clear() { entries_.clear(); }
 
   private:

@@ -23,9 +23,9 @@ class RegistryHive {
     RegistryHive();
     // Paths are relative to the hive's root, separated by backslashes.
     static Text Join(const Text& parent, const Text& child);
-    bool KeyExists(const Text& path) const;
+    [[nodiscard]] bool KeyExists(const Text& path) const;
     void CreateKey(const Text& path);  // with every missing parent
-    const RegValue* FindValue(const Text& path, const Text& name) const;
+    [[nodiscard]] const RegValue* FindValue(const Text& path, const Text& name) const;
     void SetValue(const Text& path, const Text& name, std::uint32_t type,
                   std::vector<std::byte> data);
     // A REG_DWORD, and text as REG_SZ with its terminator, as another program would store them.
@@ -35,7 +35,7 @@ class RegistryHive {
     [[nodiscard]] std::optional<std::int32_t> Dword(const Text& path, const Text& name) const;
     bool DeleteValue(const Text& path, const Text& name);
     // The key's values in the order they were first written; nullptr when the key is missing.
-    const std::vector<RegValue>* Values(const Text& path) const;
+    [[nodiscard]] const std::vector<RegValue>* Values(const Text& path) const;
     bool DeleteTree(const Text& path);
 
     // Told the path of every key whose values or subkeys change, by any writer.

@@ -99,10 +99,10 @@ class Session {
     void Release(int object);
     // Closes every handle of the simulated process, as its end does.
     void CloseAllHandles();
-    std::size_t OpenHandleCount() const;
+    [[nodiscard]] std::size_t OpenHandleCount() const;
     // Named kernel objects of the session, by name.
     std::map<Ansi, int> named;
-    const KernelObject* Named(const Ansi& name) const;
+    [[nodiscard]] const KernelObject* Named(const Ansi& name) const;
 
     // The window station's desktops; index 0 is "Default".
     std::vector<SimDesktop> desktops;

@@ -27,9 +27,11 @@ class SimDesktops : public virtual DesktopApi {
     std::vector<Hwnd> EnumDesktopWindows(Hdesk desktop) override;
 
     // ----- driving from a test
-    Text InputDesktopName() const;
-    Text ThreadDesktopName() const;
-    bool DesktopExists(const Text& name) const { return session_.DesktopByName(name) >= 0; }
+    [[nodiscard]] Text InputDesktopName() const;
+    [[nodiscard]] Text ThreadDesktopName() const;
+    [[nodiscard]] bool DesktopExists(const Text& name) const {
+        return session_.DesktopByName(name) >= 0;
+    }
     void CreateDesktopInOtherProcess(const Text& name);
     // The simulated process was started on this desktop (made if missing), as by lpDesktop.
     void StartOnDesktop(const Text& name);

@@ -34,17 +34,18 @@ class SimFiles : public virtual FileApi {
     // object id (0 when the opens already there do not share), for CloseFileInOtherProcess.
     int OpenFileInOtherProcess(const Text& path, std::uint32_t access, std::uint32_t shareMode);
     void CloseFileInOtherProcess(int file);
-    std::optional<std::vector<std::byte>> FileContents(const Text& path) const;
-    std::string FileText(const Text& path) const;  // contents as bytes in a string; "" if none
+    [[nodiscard]] std::optional<std::vector<std::byte>> FileContents(const Text& path) const;
+    [[nodiscard]] std::string FileText(
+        const Text& path) const;  // contents as bytes in a string; "" if none
     void SetLocalAppData(const Text& path) { localAppData_ = path; }
     void SetFolderPathResult(std::optional<std::int32_t> hresult) { folderResult_ = hresult; }
 
     // ----- for the kernel's process starts
     // The executable a start finds, as the system looks for it.
-    std::optional<Text> FindImage(const std::optional<Text>& applicationName,
-                                  const Text& commandLine) const;
+    [[nodiscard]] std::optional<Text> FindImage(const std::optional<Text>& applicationName,
+                                                const Text& commandLine) const;
     // The error for a file that is not there: its folder is missing, or just the file.
-    std::uint32_t MissingFileError(const Text& path) const;
+    [[nodiscard]] std::uint32_t MissingFileError(const Text& path) const;
 
   private:
     bool SharingConflict(const Text& key, std::uint32_t access, std::uint32_t shareMode);
@@ -53,10 +54,12 @@ class SimFiles : public virtual FileApi {
         std::vector<std::byte> contents;
     };
     static Text Fold(const Text& path);
-    Text FullPath(const Text& path) const;
+    [[nodiscard]] Text FullPath(const Text& path) const;
     static Text ParentFolder(const Text& path);
-    bool FolderExists(const Text& path) const;
-    bool Exists(const Text& path) const { return files_.count(Fold(FullPath(path))) != 0; }
+    [[nodiscard]] bool FolderExists(const Text& path) const;
+    [[nodiscard]] bool Exists(const Text& path) const {
+        return files_.count(Fold(FullPath(path))) != 0;
+    }
 
     Session& session_;
     std::map<Text, File> files_;  // by folded full path

@@ -38,8 +38,8 @@ class SimHotKeys : public virtual HotKeyApi {
     // desktop if none); false when the system refuses it.
     bool HoldHotKeyInOtherProcess(std::uint32_t modifiers, std::uint32_t virtualKey,
                                   std::optional<Text> desktop = std::nullopt);
-    bool IsHotKeyRegistered(std::uint32_t modifiers, std::uint32_t virtualKey) const;
-    std::size_t RegisteredHotKeyCount() const { return hotkeys_.size(); }
+    [[nodiscard]] bool IsHotKeyRegistered(std::uint32_t modifiers, std::uint32_t virtualKey) const;
+    [[nodiscard]] std::size_t RegisteredHotKeyCount() const { return hotkeys_.size(); }
     // The user presses a combination on the input desktop; true if a registration took it
     // (WM_HOTKEY is posted when it is one of the simulated process's).
     bool PressHotKey(std::uint32_t modifiers, std::uint32_t virtualKey);
@@ -60,9 +60,10 @@ class SimHotKeys : public virtual HotKeyApi {
         std::uint32_t processId;
         int desktop;
     };
-    bool Conflicts(std::uint32_t modifiers, std::uint32_t virtualKey, int desktop) const;
+    [[nodiscard]] bool Conflicts(std::uint32_t modifiers, std::uint32_t virtualKey,
+                                 int desktop) const;
     // The registration a combination typed now reaches, if any.
-    const HotKey* Holder(std::uint32_t modifiers, std::uint32_t virtualKey) const;
+    [[nodiscard]] const HotKey* Holder(std::uint32_t modifiers, std::uint32_t virtualKey) const;
     void Deliver(const HotKey& hotkey, std::uint32_t modifiers);
 
     Session& session_;

@@ -58,7 +58,7 @@ class SimKernel : public virtual KernelApi {
     // ----- driving from a test
     void SetModuleFileName(const Text& path);
     // Processes the program started, in order.
-    const std::vector<StartedProcess>& StartedProcesses() const { return started_; }
+    [[nodiscard]] const std::vector<StartedProcess>& StartedProcesses() const { return started_; }
     // A process of the session ends (its handles become signalled).
     void EndProcess(std::uint32_t processId);
     // A process that the program did not start, e.g. its parent, started at that tick count
@@ -66,8 +66,8 @@ class SimKernel : public virtual KernelApi {
     std::uint32_t AddOtherProcess(const Text& exeFile, std::uint32_t parentProcessId = 0,
                                   std::uint64_t startedAt = 0);
     // Named objects as another process of the session sees them.
-    bool EventExists(const Ansi& name) const;
-    bool EventIsSignalled(const Ansi& name) const;
+    [[nodiscard]] bool EventExists(const Ansi& name) const;
+    [[nodiscard]] bool EventIsSignalled(const Ansi& name) const;
     // Takes the event's signal if it is set, as a companion's wait would; true if it was set.
     bool WaitForEventInOtherProcess(const Ansi& name);
     void SetEventInOtherProcess(const Ansi& name);
@@ -80,12 +80,12 @@ class SimKernel : public virtual KernelApi {
     void CreateEventInOtherProcess(const Ansi& name);
     void CreateMutexInOtherProcess(const Ansi& name);
     // Handles the program's process holds open.
-    std::size_t OpenHandleCount() const { return session_.OpenHandleCount(); }
+    [[nodiscard]] std::size_t OpenHandleCount() const { return session_.OpenHandleCount(); }
     void AdvanceClock(std::uint64_t milliseconds) { session_.tickCount += milliseconds; }
 
   private:
     Handle CreateNamed(Kind kind, bool manualReset, bool initialState, const Ansi& name);
-    int ProcessObject(std::uint32_t processId) const;
+    [[nodiscard]] int ProcessObject(std::uint32_t processId) const;
     KernelObject* OtherNamed(const Ansi& name, Kind kind);
 
     Session& session_;

@@ -32,7 +32,7 @@ class SimMessages : public virtual MessageApi {
     void Post(const Msg& message) { queue_.push_back(message); }
 
     // ----- driving from a test
-    std::size_t QueuedMessageCount() const { return queue_.size(); }
+    [[nodiscard]] std::size_t QueuedMessageCount() const { return queue_.size(); }
     // Lets time pass: the clock moves on and timers that come due post WM_TIMER.
     void AdvanceTime(std::uint64_t milliseconds);
     // Runs `loop` (a message loop of the program) until it returns or nothing is left to do;

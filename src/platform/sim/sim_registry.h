@@ -30,7 +30,7 @@ class SimRegistry : public virtual RegistryApi {
     // ----- driving from a test
     // Registry values as another program wrote them.
     RegistryHive& registry() { return hive_; }
-    std::size_t OpenKeyCount() const { return keys_.size(); }
+    [[nodiscard]] std::size_t OpenKeyCount() const { return keys_.size(); }
 
   private:
     struct KeyHandle {
@@ -40,7 +40,7 @@ class SimRegistry : public virtual RegistryApi {
     std::int32_t OpenKey(Hkey root, const Text& subKey, std::uint32_t access, bool create,
                          Hkey& result);
     const KeyHandle* LookupKey(Hkey key) const;
-    std::int32_t Failed() const { return static_cast<std::int32_t>(session_.last); }
+    [[nodiscard]] std::int32_t Failed() const { return static_cast<std::int32_t>(session_.last); }
     // Sets the events of the notices that a change at `path` answers, and forgets them.
     void Notify(const std::function<bool(const Text& watched, bool subtree)>& answers);
 

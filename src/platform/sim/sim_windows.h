@@ -69,11 +69,13 @@ class SimWindows : public virtual WindowApi {
     Lresult Deliver(Hwnd window, std::uint32_t message, Wparam wParam, Lparam lParam);
 
     // ----- driving from a test
-    Hwnd FindWindowByCaption(const Text& caption) const;
+    [[nodiscard]] Hwnd FindWindowByCaption(const Text& caption) const;
     // The processes the simulated one let bring a window to the front, in order.
-    const std::vector<std::uint32_t>& ForegroundGrants() const { return foregroundGrants_; }
+    [[nodiscard]] const std::vector<std::uint32_t>& ForegroundGrants() const {
+        return foregroundGrants_;
+    }
     // The window the simulated process last brought to the front.
-    Hwnd ForegroundWindow() const { return foreground_; }
+    [[nodiscard]] Hwnd ForegroundWindow() const { return foreground_; }
     // Another process that may bring a window to the front passes the right on to this one.
     void GrantForegroundFromOtherProcess() { session_.startedByForeground = true; }
     // A window of another process, shown on the input desktop unless another is named; its
