@@ -72,6 +72,8 @@ TEST_F(CtlTest, CommandsSayWhenZelkovaDoesNotRunOrDoesNotTakeThem) {
     StartZelkova();
     for (const char* name : {"SwitchToDesktop2", "ReadReg", "Shutdown"})
         os_.WhenSignalled(kPrefix + name, [] {});  // the bridge is gone: nobody takes them
+    // A confirmation left from a reload before says nothing about this one.
+    os_.SetEventInOtherProcess(Utf8Text(SharedObjectName(SharedObject::Reloaded, controller_)));
     for (const auto& args : commands) {
         EXPECT_EQ(Run(args), kExitNoEffect) << args[0];
         EXPECT_NE(err_.Text().find("DeskHerald.exe 5"), std::string::npos) << err_.Text();
@@ -157,8 +159,10 @@ TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
     EXPECT_EQ(StoredDword(u"PrevDesktopKey"), 8);
     EXPECT_EQ(StoredDword(u"ShowPrevWinKey"), 107);
     EXPECT_EQ(StoredDword(u"Desktop1KeyMod"), 3);
-    // A laptop has no keypad: one command stores the number row's hotkeys, all twelve values.
+    // A laptop has no keypad: one command stores the number row's hotkeys, the companions' too.
+    os_.registry().SetDword(u"Software\\Zelkova", u"NextDesktopKey", 0x74);
     EXPECT_EQ(Run({"hotkey", "preset", "laptop"}), kExitOk);
+    EXPECT_EQ(StoredDword(u"NextDesktopKey"), 0x27);
     EXPECT_EQ(StoredDword(u"Desktop3Key"), '3');
     EXPECT_EQ(StoredDword(u"Desktop3KeyMod"), 3);
     EXPECT_EQ(StoredDword(u"ShowPrevWinKey"), 0xBB);
@@ -259,6 +263,13 @@ TEST_F(CtlTest, StatusSaysWhetherItRunsAndWhichDesktopsThereAre) {
 TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
     EXPECT_EQ(Run({"log"}), kExitOk);
     EXPECT_EQ(out_.Text(), "Nothing has been logged.\n");
+    std::string many;
+    for (int entry = 1; entry <= 25; ++entry)
+        many += "1/2/2026 1:00:00 PM Zelkova: entry " + std::to_string(entry) + "\r\n";
+    os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt", many);
+    EXPECT_EQ(Run({"log"}), kExitOk);
+    EXPECT_EQ(std::count(out_.Text().begin(), out_.Text().end(), '\n'), 20) << "the newest 20";
+    EXPECT_EQ(out_.Text().rfind("1/2/2026 1:00:00 PM Zelkova: entry 6\n", 0), 0u);
     // The middle entry's system text ends with a line break of its own.
     const std::string lines =
         "1/2/2026 1:00:00 PM Zelkova: one\r\n"

@@ -190,11 +190,13 @@ TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceByTheirFullPathsOrTheShell) {
     const Case cases[] = {
         {{}, false, false, {u"\"C:\\Windows\\explorer.exe\""}},
         {{u"notepad.exe C:\\notes.txt", u"%SystemRoot%\\calc.exe", u"tool -x", u"nosuch",
-          u"C:\\Program Files\\App\\app.exe --go"},
+          u"C:\\Program Files\\App\\app.exe --go", u" \"C:\\Program Files\\App\\app.exe\" -q",
+          u"\\\\server\\share\\tool.exe -y"},
          false,
          false,
          {u"\"C:\\Windows\\System32\\notepad.exe\" C:\\notes.txt", u"\"C:\\Windows\\calc.exe\"",
-          u"\"D:\\Tools\\tool.exe\" -x", u"\"C:\\Program Files\\App\\app.exe\" --go"}},
+          u"\"D:\\Tools\\tool.exe\" -x", u"\"C:\\Program Files\\App\\app.exe\" --go",
+          u"\"C:\\Program Files\\App\\app.exe\" -q", u"\"\\\\server\\share\\tool.exe\" -y"}},
         {{u"notepad.exe"}, true, false, {}},
         {{u"notepad.exe"}, false, true, {}},  // an earlier run started them
     };
@@ -204,8 +206,8 @@ TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceByTheirFullPathsOrTheShell) {
              {u"C:\\Windows\\calc.exe", u"C:\\Windows\\System32\\notepad.exe",
               u"C:\\Windows\\explorer.exe", u"D:\\Tools\\tool.exe",
               u"C:\\Program Files\\App\\app.exe", u"C:\\Users\\user1\\Downloads\\explorer.exe",
-              u"C:\\Users\\user1\\Downloads\\notepad.exe",
-              u"C:\\Users\\user1\\Downloads\\tool.exe"})
+              u"C:\\Users\\user1\\Downloads\\notepad.exe", u"C:\\Users\\user1\\Downloads\\tool.exe",
+              u"\\\\server\\share\\tool.exe"})
             s.os.AddFile(file);
         s.os.SetEnvironmentVariable(u"PATH", u"relative;D:\\Tools");
         s.os.SetCurrentDirectory(u"C:\\Users\\user1\\Downloads");
@@ -228,6 +230,25 @@ TEST_F(HeraldTest, StartsTheDesktopsProgramsOnceByTheirFullPathsOrTheShell) {
         const bool logged = s.os.FileText(kLog).find("was not found: nosuch") != std::string::npos;
         EXPECT_EQ(logged, c.stored.size() > 2) << "a program that is not found is logged";
     }
+}
+
+// While its switcher starts again the herald holds the desktop's hotkeys, and a key does what the
+// switcher would: "previous" shows the desktop shown before.
+TEST_F(HeraldTest, WhileItsSwitcherStartsAgainItsKeysDoWhatTheSwitcherWould) {
+    s_.os.SetHotKeyScope(sim::HotKeyScope::Desktop);
+    s_.os.CreateDesktopInOtherProcess(u"desk3");
+    Herald& herald = Make(2);
+    (void)s_.os.RegisterClassW(u"Tray", nullptr, s_.os.GetModuleHandleW());
+    shell_.window =
+        s_.os.CreateWindowExW(0, u"Tray", u"tray", 0, nullptr, s_.os.GetModuleHandleW());
+    SharedState state(s_.os, s_.controller);
+    state.RecordSwitch(3);
+    state.RecordSwitch(2);
+    s_.os.ShowDesktopInOtherProcess(u"desk2");
+    EXPECT_TRUE(herald.Woken({Herald::kWatchPilot, 1}));  // its switcher ended
+    herald.HotKey(HotKeyIdOf(HotKeyAction::ShowPreviousDesktop));
+    EXPECT_EQ(s_.os.InputDesktopName(), u"desk3");
+    EXPECT_EQ(s_.Taken(kSignals), std::vector<std::string>{"SwitchToDesktop3"});
 }
 
 TEST_F(HeraldTest, KeepsItsSwitcherRunningAndAMissingSwitcherIsLoggedOnceAndShown) {

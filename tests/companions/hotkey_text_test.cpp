@@ -9,6 +9,7 @@ TEST(HotKeyText, ModifiersComeInOrderKeysByNameAndEveryFormattedHotKeyParsesBack
     EXPECT_EQ(FormatHotKey({12, 0x78}), "Shift+Win+F9");
     EXPECT_EQ(FormatHotKey({3, 0x6B}), "Ctrl+Alt+Num +");
     EXPECT_EQ(FormatHotKey({2, 0xFF}), "Ctrl+key 255");
+    EXPECT_EQ(FormatHotKey({3, 0x28}), "Ctrl+Alt+Down") << "the arrow, not the keypad's 2";
     for (std::int16_t key = 1; key < 0xFF; ++key) {
         for (const std::int16_t modifiers : {0, 3, 6, 15}) {
             const HotKeyCombo combo{modifiers, key};

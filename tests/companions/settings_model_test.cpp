@@ -50,6 +50,8 @@ TEST_F(SettingsModelTest, FlagsACombinationAnotherProgramHoldsButNotOneZelkovaHo
         settings.hotkeys[1] = c.combo;
         EXPECT_EQ(model_.Check(settings, 2), c.state) << c.combo.modifiers << "+" << c.combo.key;
     }
+    settings.hotkeys[8] = settings.hotkeys[7];
+    EXPECT_EQ(model_.Check(settings, 9), ComboState::Twice) << "the companions' hotkeys too";
     EXPECT_FALSE(s_.os.IsHotKeyRegistered(6, 0x79)) << "a free combination is given back";
 }
 

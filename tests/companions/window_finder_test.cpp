@@ -81,9 +81,10 @@ TEST_F(WindowFinderTest, TheChoiceFollowsItsWindowAndStaysWithinTheList) {
     EXPECT_EQ(finder.Chosen(), 3u) << "a page down stops at the last";
     finder.Move(-10);
     EXPECT_EQ(finder.Chosen(), 0u);
-    finder.ChooseAt(1);
+    finder.ChooseAt(3);
     finder.SetQuery(u"notepad");
-    EXPECT_EQ(finder.ChosenWindow()->title, u"Untitled - Notepad") << "still listed: still chosen";
+    EXPECT_EQ(finder.ChosenWindow()->title, u"notes.txt - Notepad") << "still listed: still chosen";
+    EXPECT_EQ(finder.Chosen(), 1u) << "not moved back to the top as the user types";
     finder.SetQuery(u"mail");
     EXPECT_EQ(finder.ChosenWindow()->title, u"Inbox - Mail");
     finder.ChooseAt(7);
