@@ -7,6 +7,7 @@
 
 #include <shellapi.h>
 
+#include "ZelkovaSettings/settings_resources.h"
 #include "support/windows_driver.h"
 
 #include <cstdio>
@@ -167,6 +168,10 @@ int wmain(int argc, wchar_t** argv) {
         const Running settings(ProgramFolder() + L"\\ZelkovaSettings.exe");
         if (const HWND dialog = WaitFor(L"Default", L"#32770")) {
             Shoot("settings", dialog);
+            // The next tab, as the arrow key in the tabs (where the window starts) chooses it.
+            ::PostMessageW(::GetDlgItem(dialog, IDC_TABS), WM_KEYDOWN, VK_RIGHT, 0);
+            ::Sleep(300);
+            Shoot("settings-desktops", dialog);
             Close(dialog);
         }
     }

@@ -58,6 +58,11 @@ LRESULT SettingsDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_TIMER:
             ShowStartButton();
             return 0;
+        case WM_DPICHANGED: {  // the dialog manager scales the dialog and its controls
+            const LRESULT scaled = Default(message, wParam, lParam);
+            SizeColumns();
+            return scaled;
+        }
         case WM_COMMAND:
             Command(LOWORD(wParam), HIWORD(wParam));
             return 0;
@@ -128,21 +133,14 @@ void SettingsDialog::FillHotKeys() {
     const HWND list = Item(IDC_HOTKEYS);
     ::SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                    LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-    RECT widths{130, 0, 100, 0};  // dialog units, so that the columns follow the font and DPI
-    ::MapDialogRect(Window(), &widths);
-    RECT client{};
-    ::GetClientRect(list, &client);
-    const int rest = client.right - widths.left - widths.right - ::GetSystemMetrics(SM_CXVSCROLL);
-    const std::pair<const wchar_t*, int> columns[] = {
-        {L"Hotkey", widths.left}, {L"Keys", widths.right}, {L"Note", rest}};
-    for (int c = 0; c < 3; ++c) {
+    WPARAM at = 0;
+    for (const wchar_t* title : {L"Hotkey", L"Keys", L"Note"}) {
         LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH;
-        column.pszText = const_cast<wchar_t*>(columns[c].first);
-        column.cx = columns[c].second;
-        ::SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(c),
-                       reinterpret_cast<LPARAM>(&column));
+        column.mask = LVCF_TEXT;
+        column.pszText = const_cast<wchar_t*>(title);
+        ::SendMessageW(list, LVM_INSERTCOLUMNW, at++, reinterpret_cast<LPARAM>(&column));
     }
+    SizeColumns();
     for (int i = 0; i < kAllHotKeyCount; ++i) {
         const Text label = kHotKeyTable[i].label;
         LVITEMW row{};
@@ -162,6 +160,21 @@ void SettingsDialog::FillHotKeys() {
     first.stateMask = first.state = LVIS_SELECTED | LVIS_FOCUSED;
     ::SendMessageW(list, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&first));
     ShowChosen();
+}
+
+// In dialog units, so that the columns follow the font and the scale, also when the window
+// moves to a monitor of another scale.
+void SettingsDialog::SizeColumns() {
+    const HWND list = Item(IDC_HOTKEYS);
+    RECT widths{96, 0, 84, 0};
+    ::MapDialogRect(Window(), &widths);
+    RECT client{};
+    ::GetClientRect(list, &client);
+    const UINT dpi = ::GetDpiForWindow(Window());
+    const int rest =
+        client.right - widths.left - widths.right - ::GetSystemMetricsForDpi(SM_CXVSCROLL, dpi);
+    for (const auto& [column, width] : {std::pair{0, widths.left}, {1, widths.right}, {2, rest}})
+        ::SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
 }
 
 void SettingsDialog::SetCell(int id, int column, const Text& text) {

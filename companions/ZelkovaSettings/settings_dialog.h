@@ -24,6 +24,7 @@ class SettingsDialog final : public WindowBase<SettingsDialog> {
     Text ItemText(int id);
     void Fill();
     void FillHotKeys();
+    void SizeColumns();
     // Puts `text` in hotkey `id`'s row, in `column` (1: its keys, 2: what is wrong).
     void SetCell(int id, int column, const Text& text);
     // Shows hotkey `id`'s keys in its row, and below the list if it is the chosen one.
