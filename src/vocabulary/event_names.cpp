@@ -26,6 +26,42 @@ constexpr std::u16string_view kSignalNames[kSignalCount] = {
     u"ReadReg",            u"Shutdown"};
 // clang-format on
 
+// Whether `name` is `before`, the digit `a`, `after`, then the digit `b` if there is one.
+constexpr bool Spelt(std::u16string_view name, std::u16string_view before, int a,
+                     std::u16string_view after, int b = 0) {
+    const std::u16string_view digits = u"0123456789";
+    const std::size_t length = before.size() + 1 + after.size() + (b != 0 ? 1 : 0);
+    return name.size() == length && name.starts_with(before) &&
+           name[before.size()] == digits[static_cast<std::size_t>(a)] &&
+           name.substr(before.size() + 1, after.size()) == after &&
+           (b == 0 || name.back() == digits[static_cast<std::size_t>(b)]);
+}
+
+constexpr std::u16string_view Named(std::int32_t kind, std::int16_t desk, std::int16_t target) {
+    return kSignalNames[static_cast<std::size_t>(EventNames::EventIndex(kind, desk, target) - 1)];
+}
+
+// The written-out table follows the index rule: each name of block N carries the desktop's
+// digit after "Switcher", and every kind sits where EventIndex puts it.
+static_assert([] {
+    for (std::int16_t d = 1; d <= 4; ++d) {
+        for (std::int16_t t = 1; t <= 4; ++t) {
+            if (!Spelt(Named(KindSwitchTo, d, t), u"Switcher", d, u"SwitchTo", t) ||
+                !Spelt(Named(KindUpdate, d, t), u"Switcher", d, u"Update", t))
+                return false;
+            if (!Spelt(Named(KindSwitchTo, kControllerBlock, t), u"SwitchToDesktop", t, u""))
+                return false;
+        }
+        if (!Spelt(Named(KindReadReg, d, 9), u"ReadRegSwitcher", d, u"") ||
+            !Spelt(Named(KindShutdown, d, 9), u"ShutdownSwitcher", d, u"") ||
+            !Spelt(Named(KindShowPreview, d, 9), u"ShowPreviewSwitcher", d, u"") ||
+            !Spelt(Named(KindShowPopup, d, 9), u"ShowPopupSwitcher", d, u""))
+            return false;
+    }
+    return Named(KindReadReg, kControllerBlock, 0) == u"ReadReg" &&
+           Named(KindShutdown, kControllerBlock, 0) == u"Shutdown";
+}());
+
 }  // namespace
 
 void EventNames::InitEventNames() {
