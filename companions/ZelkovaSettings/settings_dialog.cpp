@@ -133,12 +133,12 @@ void SettingsDialog::FillHotKeys() {
     const HWND list = Item(IDC_HOTKEYS);
     ::SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                    LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-    WPARAM at = 0;
+    WPARAM index = 0;
     for (const wchar_t* title : {L"Hotkey", L"Keys", L"Note"}) {
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT;
         column.pszText = const_cast<wchar_t*>(title);
-        ::SendMessageW(list, LVM_INSERTCOLUMNW, at++, reinterpret_cast<LPARAM>(&column));
+        ::SendMessageW(list, LVM_INSERTCOLUMNW, index++, reinterpret_cast<LPARAM>(&column));
     }
     SizeColumns();
     for (int i = 0; i < kAllHotKeyCount; ++i) {
