@@ -66,7 +66,14 @@ bool Type(const std::wstring& keys) {
         while (at < keys.size() && keys[at] == L' ')
             ++at;
     }
+    // Under Wine 10 each desktop keeps its own key state, and the keys that went up after a
+    // hotkey showed another desktop went up there: a modifier is still down here. A keyboard
+    // would have let it go; so does the stand-in, before it types.
     std::vector<INPUT> inputs;
+    for (const WORD modifier : {VK_SHIFT, VK_CONTROL, VK_MENU, VK_LWIN})
+        inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {modifier, 0, KEYEVENTF_KEYUP, 0, 0}}});
+    (void)::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    inputs.clear();
     for (const WORD code : codes)
         inputs.push_back(INPUT{INPUT_KEYBOARD, {.ki = {code, 0, 0, 0, 0}}});
     bool typed = ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
