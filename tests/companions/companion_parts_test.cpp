@@ -47,9 +47,8 @@ TEST(CompanionArgs, TakeTheDesktopAndTheControllerFromTheEndOfTheLine) {
 
 TEST(ReporterView, ShowsTheNewestEntryFirstAndSaysWhenTheLogCannotBeWritten) {
     CompanionSession s(u"ZelkovaError.exe", u"Default");
-    const Text log = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";
     EXPECT_EQ(MakeReporterView(s.os).text, kNothingLogged);
-    s.os.AddFile(log,
+    s.os.AddFile(testing::kLog,
                  "1/1/2026 1:00:00 PM Zelkova: first (Access is denied.\r\n)\r\n"
                  "1/1/2026 1:00:01 PM Zelkova: second\r\n");
     const ReporterView view = MakeReporterView(s.os);
@@ -58,10 +57,11 @@ TEST(ReporterView, ShowsTheNewestEntryFirstAndSaysWhenTheLogCannotBeWritten) {
     EXPECT_EQ(lines,
               u"1/1/2026 1:00:01 PM Zelkova: second\r\n"
               u"1/1/2026 1:00:00 PM Zelkova: first (Access is denied.)\r\n");
-    EXPECT_EQ(view.logPath, log);
-    s.os.MakeUnwritable(log);
+    EXPECT_EQ(view.logPath, testing::kLog);
+    s.os.MakeUnwritable(testing::kLog);
     const Text text = MakeReporterView(s.os).text;
-    EXPECT_EQ(text.find(u"Zelkova2 cannot write its error log " + log + u": Access is denied.\r\n"),
+    EXPECT_EQ(text.find(u"Zelkova2 cannot write its error log " + testing::kLog +
+                        u": Access is denied.\r\n"),
               0u);
     EXPECT_NE(text.find(u"Zelkova: second"), Text::npos) << "what was logged before still shows";
 }

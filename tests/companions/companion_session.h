@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "DeskHerald/herald.h"
 #include "platform/sim/sim_os.h"
 #include "vocabulary/shared_names.h"
 
 namespace zk::testing {
 
 inline const Text kFolder = u"C:\\Program Files\\Zelkova2";
+inline const Text kLog = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";  // the error log
 inline const std::string kSignalPrefix = "Local\\larchmont_";
 
 class CompanionSession {
@@ -36,6 +38,25 @@ class CompanionSession {
     std::string Name(SharedObject object, int number = 0) {
         return os.WideCharToMultiByte(SharedObjectName(object, controller, number));
     }
+};
+
+// A herald's window side that notes what the herald asks of it.
+struct HeraldShellRecord : companion::Herald::Shell {
+    void ShowBanner(const Text& name) override { banners.push_back(name); }
+    void TrayChanged() override { ++trayChanges; }
+    void Arrived() override {}
+    std::optional<bool> Ask(const Text& question) override {
+        questions.push_back(question);
+        return answer;
+    }
+    void Tell(const Text& message) override { told.push_back(message); }
+    void WatchWindows(bool on) override { watching = on; }
+    Hwnd HotKeyWindow() override { return window; }
+    Hwnd window = nullptr;
+    std::vector<Text> banners, questions, told;
+    int trayChanges = 0;
+    bool watching = false;
+    std::optional<bool> answer;  // what Ask answers
 };
 
 }  // namespace zk::testing

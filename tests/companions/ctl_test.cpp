@@ -5,18 +5,21 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <sstream>
 
 #include "platform/sim/sim_os.h"
 #include "settings/registry.h"
 #include "signals/shared_state.h"
+#include "vocabulary/desktops.h"
 #include "vocabulary/shared_names.h"
 
 namespace zk::ctl {
 namespace {
 
 const std::string kPrefix = "Local\\larchmont_";
+const Text kLog = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";
 
 class CtlTest : public ::testing::Test {
   protected:
@@ -29,26 +32,23 @@ class CtlTest : public ::testing::Test {
     // A running controller with its bridge, which takes each command as it comes.
     void StartZelkova() {
         controller_ = os_.AddOtherProcess(u"Zelkova2.exe");
+        const auto take = [this](const std::string& command, std::function<void()> effect) {
+            os_.WhenSignalled(kPrefix + command, [this, command, effect] {
+                commands_.push_back(command);
+                (void)os_.WaitForEventInOtherProcess(kPrefix + command);
+                effect();
+            });
+        };
         for (int desk = 1; desk <= 4; ++desk) {
-            const std::string name = kPrefix + "SwitchToDesktop" + std::to_string(desk);
-            os_.WhenSignalled(name, [this, name, desk] {
-                commands_.push_back(name);
-                (void)os_.WaitForEventInOtherProcess(name);
-                os_.ShowDesktopInOtherProcess(desk == 1 ? u"Default"
-                                                        : u"desk" + Text(1, u'0' + desk));
+            take("SwitchToDesktop" + std::to_string(desk), [this, desk] {
+                os_.ShowDesktopInOtherProcess(kDesktopNames[static_cast<std::size_t>(desk - 1)]);
             });
         }
-        os_.WhenSignalled(kPrefix + "ReadReg", [this] {
-            commands_.push_back("ReadReg");
-            (void)os_.WaitForEventInOtherProcess(kPrefix + "ReadReg");
+        take("ReadReg", [this] {
             os_.SetEventInOtherProcess(
                 Utf8Text(SharedObjectName(SharedObject::Reloaded, controller_)));
         });
-        os_.WhenSignalled(kPrefix + "Shutdown", [this] {
-            commands_.push_back("Shutdown");
-            (void)os_.WaitForEventInOtherProcess(kPrefix + "Shutdown");
-            os_.EndProcess(controller_);
-        });
+        take("Shutdown", [this] { os_.EndProcess(controller_); });
     }
     std::optional<std::int32_t> StoredDword(const char16_t* name) {
         return os_.registry().Dword(u"Software\\Zelkova", name);
@@ -114,8 +114,7 @@ TEST_F(CtlTest, CommandsSignalTheControllerAndWaitForTheirEffect) {
     EXPECT_EQ(out_.Text(),
               "Until Zelkova2 runs again, these windows stay out of reach:\n"
               "  desktop 3: Untitled - Notepad\n");
-    EXPECT_EQ(commands_,
-              (std::vector<std::string>{kPrefix + "SwitchToDesktop3", "ReadReg", "Shutdown"}));
+    EXPECT_EQ(commands_, (std::vector<std::string>{"SwitchToDesktop3", "ReadReg", "Shutdown"}));
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
 }
 
@@ -130,8 +129,6 @@ TEST_F(CtlTest, BadInputGetsOneLineAndExitCodeTwo) {
         EXPECT_EQ(said.rfind("zelkovactl: ", 0), 0u) << said;
         EXPECT_TRUE(said.ends_with("(see zelkovactl --help)\n")) << said;
     }
-    EXPECT_EQ(Run({"--help"}), kExitOk);
-    EXPECT_NE(out_.Text().find("hotkey set ID COMBO"), std::string::npos);
 }
 
 TEST_F(CtlTest, HotKeysAreListedSetAndResetWithBothValuesAndAReload) {
@@ -200,7 +197,7 @@ TEST_F(CtlTest, HotKeysSayWhatIsInForceAndWhatNamesNoKeyAndTheLogNamesThem) {
         << lines;
     EXPECT_NE(lines.find("3  desktop 3         Ctrl+Alt+Num 3  (default)\n"), std::string::npos);
 
-    os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt",
+    os_.AddFile(kLog,
                 "1/2/2026 1:00:00 PM Zelkova: Failed to register the following hotkey: 3 + F9\r\n"
                 "1/2/2026 1:00:01 PM Zelkova: Failed to register the following hotkey: 3 + F7\r\n");
     EXPECT_EQ(Run({"log"}), kExitOk);
@@ -266,7 +263,7 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
     std::string many;
     for (int entry = 1; entry <= 25; ++entry)
         many += "1/2/2026 1:00:00 PM Zelkova: entry " + std::to_string(entry) + "\r\n";
-    os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt", many);
+    os_.AddFile(kLog, many);
     EXPECT_EQ(Run({"log"}), kExitOk);
     EXPECT_EQ(std::count(out_.Text().begin(), out_.Text().end(), '\n'), 20) << "the newest 20";
     EXPECT_EQ(out_.Text().rfind("1/2/2026 1:00:00 PM Zelkova: entry 6\n", 0), 0u);
@@ -275,7 +272,7 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
         "1/2/2026 1:00:00 PM Zelkova: one\r\n"
         "1/2/2026 1:00:01 PM Zelkova: two (Access is denied.\r\n)\r\n"
         "1/2/2026 1:00:02 PM Zelkova: caf\xE9\r\n";  // the log is ANSI
-    os_.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt", lines);
+    os_.AddFile(kLog, lines);
     EXPECT_EQ(Run({"log", "--tail", "2"}), kExitOk);
     EXPECT_EQ(out_.Text(),
               "1/2/2026 1:00:01 PM Zelkova: two (Access is denied.\r\n)\n"
@@ -283,7 +280,7 @@ TEST_F(CtlTest, LogShowsTheNewestLinesOrSaysThatNothingIsLogged) {
     EXPECT_EQ(Run({"log"}), kExitOk);
     EXPECT_EQ(std::count(out_.Text().begin(), out_.Text().end(), '\n'), 4);
     EXPECT_EQ(os_.OpenHandleCount(), 0u);
-    os_.MakeUnwritable(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt");
+    os_.MakeUnwritable(kLog);
     EXPECT_EQ(Run({"log", "--tail", "1"}), kExitOk);
     EXPECT_EQ(out_.Text(),
               "Zelkova2 cannot write its error log C:\\Users\\user1\\AppData\\Local\\"

@@ -14,29 +14,11 @@ namespace {
 
 using testing::CompanionSession;
 using testing::kFolder;
+using testing::kLog;
 
-const Text kLog = u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt";
 const std::vector<std::string> kSignals = {"SwitchToDesktop1", "SwitchToDesktop2",
                                            "SwitchToDesktop3", "SwitchToDesktop4",
                                            "Shutdown",         "ShowPreviewSwitcher3"};
-
-struct FakeShell final : Herald::Shell {
-    void ShowBanner(const Text& name) override { banners.push_back(name); }
-    void TrayChanged() override { ++trayChanges; }
-    void Arrived() override {}
-    std::optional<bool> Ask(const Text& question) override {
-        questions.push_back(question);
-        return answer;
-    }
-    void Tell(const Text& message) override { told.push_back(message); }
-    void WatchWindows(bool) override {}
-    Hwnd HotKeyWindow() override { return window; }
-    Hwnd window = nullptr;
-    std::vector<Text> told;
-    std::vector<Text> banners, questions;
-    int trayChanges = 0;
-    std::optional<bool> answer;
-};
 
 class HeraldTest : public ::testing::Test {
   protected:
@@ -54,7 +36,7 @@ class HeraldTest : public ::testing::Test {
 
     CompanionSession s_{u"DeskHerald.exe", u"Default"};
     ControllerProcess controller_{s_.os, 0};
-    FakeShell shell_;
+    testing::HeraldShellRecord shell_;
     std::unique_ptr<Herald> herald_;
 };
 

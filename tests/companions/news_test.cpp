@@ -12,18 +12,6 @@ namespace {
 
 using testing::CompanionSession;
 
-struct QuietShell final : Herald::Shell {
-    void ShowBanner(const Text&) override {}
-    void TrayChanged() override { ++trayChanges; }
-    void Arrived() override {}
-    std::optional<bool> Ask(const Text&) override { return std::nullopt; }
-    void Tell(const Text&) override {}
-    void WatchWindows(bool on) override { watching = on; }
-    Hwnd HotKeyWindow() override { return nullptr; }
-    int trayChanges = 0;
-    bool watching = false;
-};
-
 // The herald of desktop 2 watches while the user works on desktop 3, whose herald tells.
 class NewsTest : public ::testing::Test {
   protected:
@@ -60,7 +48,7 @@ class NewsTest : public ::testing::Test {
     CompanionSession s_{u"DeskHerald.exe", u"desk2"};
     ControllerProcess controller_{s_.os, 0};
     SharedState state_{s_.os, s_.controller};
-    QuietShell shell_, shownShell_;
+    testing::HeraldShellRecord shell_, shownShell_;
     Hwnd old_ = nullptr;
     std::unique_ptr<Herald> herald_, shown_;
 };

@@ -96,7 +96,7 @@ TEST_P(PilotTest, HoldsTheHotKeysOnItsDesktopWhereTheSystemLetsItAndLogsOnlyWhat
     (void)s_.os.HoldHotKeyInOtherProcess(kCtrlAlt, 0x63, Text(u"desk2"));
     Start(2);
     EXPECT_EQ(Held(), perDesktop ? 5 : 0);
-    const std::string log = s_.os.FileText(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt");
+    const std::string log = s_.os.FileText(testing::kLog);
     EXPECT_EQ(log.find("Zelkova: Failed to register the following hotkey: 3 + Num 3\r\n") !=
                   std::string::npos,
               perDesktop);
@@ -269,7 +269,7 @@ TEST_P(PilotTest, TheSwitcherOfDesktop1SaysOnceThatTheHeraldsProgramIsMissing) {
     s_.os.RemoveFile(testing::kFolder + u"\\DeskHerald.exe");
     Start(1);
     Pilot again(s_.os, 1, controller_, window_, shell_);
-    const std::string log = s_.os.FileText(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt");
+    const std::string log = s_.os.FileText(testing::kLog);
     EXPECT_NE(log.find("Zelkova: DeskHerald.exe is missing from C:\\Program Files\\Zelkova2: "
                        "Zelkova2 cannot switch desktops."),
               std::string::npos);

@@ -70,13 +70,12 @@ TEST_F(SettingsModelTest, ApplyWritesEverySettingAndSaysWhichHotKeysZelkovaCould
     s_.os.WhenSignalled("Local\\larchmont_ReadReg", [this] {
         (void)s_.os.WaitForEventInOtherProcess("Local\\larchmont_ReadReg");
         s_.os.AddFile(
-            u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt",
+            testing::kLog,
             "1/1/2026 1:00:00 PM Zelkova: an older entry\r\n"
             "1/1/2026 1:00:01 PM Zelkova: Failed to register the following hotkey: 6 + F10\r\n");
         s_.os.SetEventInOtherProcess(s_.Name(SharedObject::Reloaded));
     });
-    s_.os.AddFile(u"C:\\Users\\user1\\AppData\\Local\\ZelkovaErrors.txt",
-                  "1/1/2026 1:00:00 PM Zelkova: an older entry\r\n");
+    s_.os.AddFile(testing::kLog, "1/1/2026 1:00:00 PM Zelkova: an older entry\r\n");
     const ApplyResult result = model_.Apply(settings);
     EXPECT_TRUE(result.written);
     EXPECT_TRUE(result.confirmed);

@@ -9,15 +9,12 @@
 #include <vector>
 
 #include "platform/os.h"
+#include "support/recorder_file.h"
 
 namespace zk::contract {
 
 // How a started program says it was started: its command line, desktop and window title.
-struct Recorded {
-    Text commandLine;
-    Text desktop;
-    Text title;
-};
+using Recorded = support::Record;
 
 // Another program on a desktop that holds a hotkey; when asked afterwards: whether it could
 // register the hotkey, and whether a press of it reached it.

@@ -2,7 +2,6 @@
 
 #include "contract/backends.h"
 #include "platform/win32/win32_os.h"
-#include "support/recorder_file.h"
 #include "support/windows_driver.h"
 
 namespace zk::contract {
@@ -49,9 +48,7 @@ Backend Win32Backend() {
     };
     b.observe = [](Os& os, const ProcessInformation& pi) -> std::optional<Recorded> {
         if (os.WaitForSingleObject(pi.hProcess, 20000) != WaitObject0) return std::nullopt;
-        const auto r = support::LastRecord();
-        if (!r) return std::nullopt;
-        return Recorded{r->commandLine, r->desktop, r->title};
+        return support::LastRecord();
     };
     return b;
 }

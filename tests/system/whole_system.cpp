@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "companions/companion_session.h"
 #include "shared/shown_desktop.h"
 #include "shared/window_finder.h"
 #include "vocabulary/event_names.h"
@@ -12,7 +13,6 @@
 namespace zk::testing {
 namespace {
 
-const Text kFolder = u"C:\\Program Files\\Zelkova2";
 constexpr std::uint32_t kCtrlAlt = 3;
 // The default combinations' keys, by hotkey id.
 constexpr std::array<std::uint32_t, 10> kKeys = {0,    0x61, 0x62, 0x63, 0x64,
@@ -27,7 +27,7 @@ Text DeskName(int desk) {
 }  // namespace
 
 // A switcher or a herald of one desktop, with its window and what its window side does.
-struct WholeSystem::Host final : companion::Pilot::Shell, companion::Herald::Shell {
+struct WholeSystem::Host final : companion::Pilot::Shell, HeraldShellRecord {
     Host(int d, bool p) : desk(d), isPilot(p) {}
     void ShowPreview() override { g_system->previewOn_ = desk; }
     void HidePreview() override {
@@ -41,13 +41,6 @@ struct WholeSystem::Host final : companion::Pilot::Shell, companion::Herald::She
     bool PreviewShown() override { return g_system->previewOn_ == desk; }
     void Capture() override {}
     void ShowFinder() override { g_system->finderOn_ = desk; }
-    void ShowBanner(const Text&) override {}
-    void Arrived() override {}
-    void TrayChanged() override {}
-    std::optional<bool> Ask(const Text&) override { return std::nullopt; }
-    void Tell(const Text&) override {}
-    void WatchWindows(bool) override {}
-    Hwnd HotKeyWindow() override { return window; }
 
     companion::WaitSet& Set() { return pilot ? pilot->Set() : herald->Set(); }
     bool Woken(const companion::Wake& wake) {
@@ -56,7 +49,6 @@ struct WholeSystem::Host final : companion::Pilot::Shell, companion::Herald::She
 
     int desk;
     bool isPilot;
-    Hwnd window = nullptr;
     std::uint32_t process = 0;
     int ends = 0;
     std::unique_ptr<companion::Pilot> pilot;

@@ -8,13 +8,6 @@
 namespace zk {
 namespace {
 
-std::vector<std::string> IconSends(sim::SimOs& os) {
-    std::vector<std::string> sends;
-    for (const auto& d : os.journal().Details("SendMessageA"))
-        sends.push_back(d);
-    return sends;
-}
-
 TEST(AppIcon, BigThenSmallEachToTheTopOwnerBeforeTheWindow) {
     sim::SimOs os;
     const Hwnd top = testing::MakeProbeWindow(os);
@@ -31,7 +24,7 @@ TEST(AppIcon, BigThenSmallEachToTheTopOwnerBeforeTheWindow) {
     EXPECT_EQ(os.WindowIcon(middle, true), nullptr) << "only the top of the chain";
     EXPECT_EQ(os.journal().Details("LoadImageA"),
               (std::vector<std::string>{"AAA 32x32 flags 0x8000", "AAA 16x16 flags 0x8000"}));
-    const auto sends = IconSends(os);
+    const auto sends = os.journal().Details("SendMessageA");
     ASSERT_EQ(sends.size(), 4u);
     auto to = [](Hwnd w, int which) {
         char prefix[64];
@@ -49,7 +42,7 @@ TEST(AppIcon, WithoutOwnerEachIconGoesTwiceNoOwnerIsAskedWhenNotWantedAndUnknown
     sim::SimOs os;
     const Hwnd window = testing::MakeProbeWindow(os);
     AppIcon::SetWindowIcons(os, window, u"AAA", true);
-    EXPECT_EQ(IconSends(os).size(), 4u);
+    EXPECT_EQ(os.journal().Count("SendMessageA"), 4);
     AppIcon::SetWindowIcons(os, window, u"NOPE", true);
     EXPECT_EQ(os.WindowIcon(window, true), nullptr) << "an unknown group clears the icons";
     EXPECT_EQ(os.WindowIcon(window, false), nullptr);
@@ -58,7 +51,7 @@ TEST(AppIcon, WithoutOwnerEachIconGoesTwiceNoOwnerIsAskedWhenNotWantedAndUnknown
     const Hwnd owner = testing::MakeProbeWindow(other);
     const Hwnd owned = testing::MakeProbeWindow(other, owner);
     AppIcon::SetWindowIcons(other, owned, u"AAA", false);
-    EXPECT_EQ(IconSends(other).size(), 2u);
+    EXPECT_EQ(other.journal().Count("SendMessageA"), 2);
     EXPECT_EQ(other.journal().Count("GetWindow"), 0);
     EXPECT_EQ(other.WindowIcon(owner, true), nullptr);
 }
