@@ -371,14 +371,6 @@ TEST_P(Contract, ARegistryNoticeComesOncePerRequestForTheKeyAndItsSubkeys) {
     EXPECT_EQ(os().RegDeleteTreeW(HkeyCurrentUser(), kTestKey), 0);
 }
 
-TEST_P(Contract, SystemTextOfAKnownCodeEndsWithALineBreakAndAnUnknownCodeHasNone) {
-    std::array<char16_t, 256> buffer{};
-    const std::uint32_t n = os().FormatMessageW(0x1200, ErrorFileNotFound, 0, buffer);
-    ASSERT_GT(n, 2u);
-    EXPECT_EQ(Text(buffer.data() + n - 2, 2), u"\r\n");
-    EXPECT_EQ(os().FormatMessageW(0x1200, 0x20001234, 0, buffer), 0u);
-}
-
 TEST_P(Contract, CreateProcessStartsTheProgramOnTheNamedDesktopWithItsTitleOrFails) {
     const Text desk = u"zkrecord" + WideSuffix(os());
     const Hdesk handle = os().CreateDesktopW(desk, 0, GenericAll);
@@ -404,9 +396,8 @@ TEST_P(Contract, CreateProcessStartsTheProgramOnTheNamedDesktopWithItsTitleOrFai
 
 // A handle does only what it was opened for (OpenEventA, SetEvent, WaitForSingleObject,
 // OpenProcess, EnumDesktopWindows: "the handle must have the ... access right"; a registry key's,
-// RegSetValueExW's, is the registry case's),
-// and a file is opened only as far as its other opens share it (CreateFileW, dwShareMode).
-TEST_P(Contract, AHandleDoesOnlyWhatItWasOpenedForAndAFileOnlyWhatItsOtherOpensShare) {
+// RegSetValueExW's, is the registry case's, and a file's is the file case's).
+TEST_P(Contract, AHandleDoesOnlyWhatItWasOpenedFor) {
     const Ansi name = "Local\\zk_contract_rights_" + Suffix(os());
     const Handle event = os().CreateEventA(false, false, name);
     const Handle waits = os().OpenEventA(Synchronize, false, name);
@@ -438,25 +429,10 @@ TEST_P(Contract, AHandleDoesOnlyWhatItWasOpenedForAndAFileOnlyWhatItsOtherOpensS
     EXPECT_TRUE(os().EnumDesktopWindows(switches).empty());
     EXPECT_EQ(os().GetLastError(), ErrorAccessDenied);
     EXPECT_TRUE(os().CloseDesktop(switches));
-
-    std::array<char16_t, 260> folder{};
-    ASSERT_EQ(os().SHGetFolderPathW(CsidlLocalAppData | CsidlFlagCreate, 0, folder), SOk);
-    const Text path = Text(folder.data()) + u"\\zk-contract-share-" + WideSuffix(os()) + u".txt";
-    const std::uint32_t both = FileShareRead | FileShareWrite;
-    const Handle appends = os().CreateFileW(path, FileAppendData, both, OpenAlways);
-    ASSERT_NE(appends, InvalidHandleValue());
-    const Handle alsoAppends = os().CreateFileW(path, FileAppendData, both, OpenAlways);
-    EXPECT_NE(alsoAppends, InvalidHandleValue()) << "two writers that share writing";
-    EXPECT_EQ(os().CreateFileW(path, FileAppendData, FileShareRead, OpenAlways),
-              InvalidHandleValue())
-        << "a writer that does not share writing with the writers there";
-    EXPECT_EQ(os().GetLastError(), ErrorSharingViolation);
-    for (const Handle h : {appends, alsoAppends})
-        EXPECT_TRUE(os().CloseHandle(h));
-    EXPECT_TRUE(os().DeleteFileW(path));
 }
 
-TEST_P(Contract, FilesAreAppendedReadBackAndDeletedInTheLocalApplicationDataFolder) {
+// A file is opened only as far as its other opens share it (CreateFileW, dwShareMode).
+TEST_P(Contract, FilesAreAppendedSharedReadBackAndDeletedInTheLocalApplicationDataFolder) {
     std::array<char16_t, 260> folder{};
     ASSERT_EQ(os().SHGetFolderPathW(CsidlLocalAppData | CsidlFlagCreate, 0, folder), SOk);
     ASSERT_GT(Text(folder.data()).size(), 3u);
@@ -470,6 +446,17 @@ TEST_P(Contract, FilesAreAppendedReadBackAndDeletedInTheLocalApplicationDataFold
         EXPECT_TRUE(os().WriteFile(file, std::as_bytes(std::span(part, 2))));
         EXPECT_TRUE(os().CloseHandle(file));
     }
+    const std::uint32_t both = FileShareRead | FileShareWrite;
+    const Handle appends = os().CreateFileW(path, FileAppendData, both, OpenAlways);
+    ASSERT_NE(appends, InvalidHandleValue());
+    const Handle alsoAppends = os().CreateFileW(path, FileAppendData, both, OpenAlways);
+    EXPECT_NE(alsoAppends, InvalidHandleValue()) << "two writers that share writing";
+    EXPECT_EQ(os().CreateFileW(path, FileAppendData, FileShareRead, OpenAlways),
+              InvalidHandleValue())
+        << "a writer that does not share writing with the writers there";
+    EXPECT_EQ(os().GetLastError(), ErrorSharingViolation);
+    for (const Handle h : {appends, alsoAppends})
+        EXPECT_TRUE(os().CloseHandle(h));
     const Handle file = os().CreateFileW(path, GenericRead, FileShareRead, OpenExisting);
     ASSERT_NE(file, InvalidHandleValue());
     std::array<std::byte, 3> buffer{};
@@ -488,7 +475,12 @@ TEST_P(Contract, FilesAreAppendedReadBackAndDeletedInTheLocalApplicationDataFold
     EXPECT_EQ(os().GetLastError(), ErrorFileNotFound);
 }
 
-TEST_P(Contract, AnsiCodePageRoundTripsItsOwnCharacters) {
+TEST_P(Contract, SystemTextOfAKnownCodeEndsWithALineBreakAndTheAnsiCodePageRoundTrips) {
+    std::array<char16_t, 256> buffer{};
+    const std::uint32_t n = os().FormatMessageW(0x1200, ErrorFileNotFound, 0, buffer);
+    ASSERT_GT(n, 2u);
+    EXPECT_EQ(Text(buffer.data() + n - 2, 2), u"\r\n");
+    EXPECT_EQ(os().FormatMessageW(0x1200, 0x20001234, 0, buffer), 0u) << "an unknown code";
     const Ansi ansi = "Zelkova \xE9\x80";  // e acute, euro sign in Windows-1252
     const Text text = os().MultiByteToWideChar(ansi);
     EXPECT_EQ(text, u"Zelkova \u00E9\u20AC");

@@ -86,8 +86,6 @@ TEST_F(ControllerTest, NormalStartRunsItsStepsInOrderAndEndsOnDesktopOne) {
     ASSERT_TRUE(Start());
     EXPECT_EQ(record().CurrentDesk, 1);
     EXPECT_EQ(record().PreviousDesk, 0);
-    for (const Handle event : record().EventHandles)
-        EXPECT_NE(event, nullptr);
     for (int id = 1; id <= 6; ++id)
         EXPECT_NE(record().HotKeyOk[id], 0) << id;
     EXPECT_EQ(os_.InputDesktopName(), u"Default");
@@ -211,14 +209,12 @@ TEST_F(ControllerTest, HotKeysSignalTheCurrentDesktopsBlockAndSwitchCommandsMove
     const std::string to = kPrefix + "SwitchToDesktop";
     const Step steps[] = {
         {"", 97, {"Switcher1SwitchTo1"}, 1, 0, 0},
-        {"", 100, {"Switcher1SwitchTo4"}, 1, 0, 0},
         {"", 8, {}, 1, 0, 0},  // no previous desktop yet
         {"", 107, {"ShowPreviewSwitcher1"}, 1, 0, 0},
         {to + "1", 0, {}, 1, 0, 0},  // already shown
         {to + "2", 0, {}, 2, 1, 1},
         {"", 8, {"Switcher2SwitchTo1"}, 2, 1, 0},
         {"", 107, {"ShowPreviewSwitcher2"}, 2, 1, 0},
-        {"", 100, {"Switcher2SwitchTo4"}, 2, 1, 0},
         {to + "3", 0, {}, 3, 2, 1},
         {"", 99, {"Switcher3SwitchTo3"}, 3, 2, 0},
         {"", 8, {"Switcher3SwitchTo2"}, 3, 2, 0},
