@@ -71,7 +71,7 @@ TEST_F(Faults, AKilledSwitcherOrBridgeIsStartedAgainAndTheKeysSwitchAgain) {
     // is); the user goes back to desktop 1, as the test does once the icon is up.
     ASSERT_TRUE(Within(5000, [] { return support::WindowOn(L"desk3", L"Zelkova2Tray", false); }));
     ::Sleep(500);
-    e2e::ShowDefault();
+    e2e::ShowDesktop(1);
     ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, e2e::kNumPad[2]}));
     ASSERT_TRUE(Shown(2));
     ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, e2e::kNumPad[1]}));
@@ -120,9 +120,7 @@ TEST_F(Faults, AProgramPlantedInTheFolderZelkovaIsStartedFromDoesNotRun) {
     ::CopyFileW(std::wstring(recorder.begin(), recorder.end()).c_str(),
                 (folder + L"\\zkplanted.exe").c_str(), FALSE);
     support::SetDword(L"Software\\Zelkova\\Desktop2", L"StartPrograms", 1);
-    const std::wstring line = L"zkplanted.exe --planted";
-    ::RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Zelkova\\Desktop2\\Programs", L"1", REG_SZ,
-                      line.c_str(), static_cast<DWORD>((line.size() + 1) * sizeof(wchar_t)));
+    support::SetText(L"Software\\Zelkova\\Desktop2\\Programs", L"1", L"zkplanted.exe --planted");
     ::SetEnvironmentVariableW(L"ZK_RECORD_FILE", record.c_str());
     wchar_t was[MAX_PATH] = {};
     ::GetCurrentDirectoryW(MAX_PATH, was);

@@ -40,7 +40,7 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
                                                           {L"ZK_FOREGROUND_WAIT_MS", L"600000"}});
     ASSERT_TRUE(Within(10000, [] { return support::WindowOn(L"desk3", L"ZkStandInWindow"); }));
     ::Sleep(500);  // its window took the input to desktop 3
-    ShowDefault();
+    ShowDesktop(1);
     ASSERT_TRUE(Shown(1));
 
     std::mt19937 random(seed);
@@ -111,6 +111,12 @@ TEST_F(RandomWalk, EveryStepShowsTheDesktopTheUserExpects) {
             "seed " + std::to_string(seed) + ", step " + std::to_string(step) + ":" + walked;
         ASSERT_TRUE(typed) << where;
         ASSERT_TRUE(Shown(user.shown)) << where;
+        // No view is left open where the user is: one put out of sight on a desktop the user
+        // left goes once that desktop is shown again.
+        EXPECT_TRUE(Within(2000, [&] {
+            return !support::WindowOn(kDesks[user.shown - 1], L"Zelkova2Preview") &&
+                   !support::WindowOn(kDesks[user.shown - 1], L"Zelkova2Finder");
+        })) << where;
         // The next step once the banner (where one greets the user) has gone, and a beat after,
         // as a hand's pace gives it: under Wine 10 the banner's going can take the input to
         // another desktop for a moment (its herald shows its desktop again,

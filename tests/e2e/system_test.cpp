@@ -29,10 +29,6 @@ void EndStragglers() {
     }
 }
 
-void ShowDefault() {
-    ShowDesktop(1);
-}
-
 void ShowDesktop(int desk) {
     const HDESK shown = ::OpenDesktopW(kDesks[desk - 1], 0, FALSE, DESKTOP_SWITCHDESKTOP);
     ::SwitchDesktop(shown);
@@ -49,7 +45,7 @@ std::wstring ReporterText() {
 
 SystemTest::SystemTest() {
     EndStragglers();
-    ShowDefault();
+    ShowDesktop(1);
     ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
     for (int d = 2; d <= 4; ++d) {  // no shell on the made desktops during tests
         support::SetDword(L"Software\\Zelkova\\Desktop" + std::to_wstring(d), L"StartPrograms", 0);
@@ -58,7 +54,7 @@ SystemTest::SystemTest() {
 
 SystemTest::~SystemTest() {
     EndStragglers();
-    ShowDefault();
+    ShowDesktop(1);
     ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zelkova");
 }
 

@@ -22,7 +22,6 @@ std::size_t CompanionCount();
 void Kill(DWORD id);
 // Ends what a test left running of Zelkova2's programs.
 void EndStragglers();
-void ShowDefault();
 // Shows desktop N as another program would, behind Zelkova2's back.
 void ShowDesktop(int desk);
 // What the open error reporter shows.

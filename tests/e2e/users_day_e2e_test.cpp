@@ -1,5 +1,5 @@
-// A user's day with the whole system under Wine: start, commands, every hotkey on every desktop,
-// the preview, a new hotkey, shutdown and restart, the control tool's answers, the reporter.
+// A user's day with the whole system under Wine: start and commands, a log-off, shutdown and
+// restart, the control tool's answers, the reporter. (Keys and views mixed are the random walk's.)
 
 #include <windows.h>
 
@@ -23,9 +23,8 @@ using support::Within;
 using UsersDay = e2e::SystemTest;
 using e2e::CompanionCount;
 using e2e::kDesks;
-using e2e::kNumPad;
 
-TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndItsHotKeyAndPreviousSwitch) {
+TEST_F(UsersDay, StartEndsOnDefaultAndCommandsShowEachDesktop) {
     EXPECT_EQ(Ctl(L"switch 2").output, "Zelkova2 is not running\r\n") << "a console line";
     ASSERT_TRUE(Start());
     EXPECT_EQ(InputDesktop(), L"Default");
@@ -40,11 +39,6 @@ TEST_F(UsersDay, StartEndsOnDefaultCommandsShowEachDesktopAndItsHotKeyAndPreviou
                 << switched.output;
         }
     }
-    // A key, and "previous" from there (the random walk mixes every key on every desktop).
-    ASSERT_TRUE(Type(1, {VK_CONTROL, VK_MENU, kNumPad[2]}));
-    ASSERT_TRUE(Greeted(2));
-    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, VK_BACK}));
-    EXPECT_TRUE(Greeted(1));
 }
 
 // At a log-off every window is asked whether the session may end: each of ours says yes, and
@@ -61,20 +55,6 @@ TEST_F(UsersDay, AnEndingSessionShowsDesktop1AndACancelledOneLeavesZelkovaRunnin
     EXPECT_TRUE(Shown(1));
     EXPECT_EQ(CompanionCount(), 9u);
     EXPECT_TRUE(Arrive(2)) << "the controller knows that desktop 1 is shown";
-}
-
-TEST_F(UsersDay, ThePreviewOpensOnItsDesktopAndAKeyInItShowsTheChosenDesktop) {
-    ASSERT_TRUE(Start());
-    ASSERT_TRUE(Arrive(3));
-    ASSERT_TRUE(Type(3, {VK_CONTROL, VK_MENU, VK_ADD}));
-    ASSERT_TRUE(Within(5000, [] { return WindowOn(L"desk3", L"Zelkova2Preview"); }));
-    ASSERT_TRUE(TypeInto(3, L"Zelkova2Preview", {'2'}));
-    EXPECT_TRUE(Shown(2));
-    // Left out of sight, not hidden (a window hidden on a desktop being left takes the input
-    // back there under Wine 10), and gone when the user is back.
-    ASSERT_TRUE(Type(2, {VK_CONTROL, VK_MENU, VK_NUMPAD3}));
-    EXPECT_TRUE(Shown(3));
-    EXPECT_TRUE(Within(2000, [] { return !WindowOn(L"desk3", L"Zelkova2Preview"); }));
 }
 
 TEST_F(UsersDay, ShutdownOnAnEmptyDesk3AndARestartFromDesk3EndOnDefault) {
@@ -125,7 +105,7 @@ TEST_F(UsersDay, TheErrorReporterShowsTheNewestEntryFirstAndStaysOneADesktop) {
     ASSERT_NE(other, nullptr);
     support::Running second(reporter, L"desk2");
     EXPECT_TRUE(Within(10000, [] {
-        return support::WindowOn(L"desk2", L"Zelkova2ErrorReporter") != nullptr;
+        return WindowOn(L"desk2", L"Zelkova2ErrorReporter") != nullptr;
     })) << "a reporter on desk2";
     EXPECT_FALSE(second.WaitForExit(0)) << "it stays open there (and ends with the test)";
     ::PostMessageW(::FindWindowW(L"Zelkova2ErrorReporter", nullptr), WM_CLOSE, 0, 0);

@@ -300,10 +300,12 @@ std::string LogText() {
 }
 
 void SetDword(const std::wstring& key, const wchar_t* name, DWORD value) {
-    HKEY handle = nullptr;
-    ::RegCreateKeyW(HKEY_CURRENT_USER, key.c_str(), &handle);
-    ::RegSetValueExW(handle, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), 4);
-    ::RegCloseKey(handle);
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_DWORD, &value, sizeof value);
+}
+
+void SetText(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_SZ, value.c_str(),
+                      static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
 std::vector<DWORD> ProcessesNamed(std::initializer_list<const wchar_t*> names) {

@@ -88,7 +88,9 @@ std::vector<std::wstring> AccessibleItems(HWND window);
 
 std::wstring LogPath();
 std::string LogText();
+// Writes a value under HKEY_CURRENT_USER, making its key where it is missing.
 void SetDword(const std::wstring& key, const wchar_t* name, DWORD value);
+void SetText(const std::wstring& key, const wchar_t* name, const std::wstring& value);
 std::vector<DWORD> ProcessesNamed(std::initializer_list<const wchar_t*> names);
 
 }  // namespace zk::support
