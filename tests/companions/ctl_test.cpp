@@ -208,7 +208,6 @@ TEST_F(CtlTest, HotKeysSayWhatIsInForceAndWhatNamesNoKeyAndTheLogNamesThem) {
         << "a hotkey not in force is left as the log has it";
 }
 
-// Start returns once Zelkova2 is up; with --wait it then waits for Zelkova2's end, however long.
 TEST_F(CtlTest, StartWaitsForTheEndOnlyWhenAskedTo) {
     for (const char16_t* program : {u"Zelkova2.exe", u"DeskPilot.exe", u"DeskHerald.exe",
                                     u"ZelkovaError.exe", u"ZelkovaSettings.exe"})

@@ -70,8 +70,6 @@ TEST_F(WindowFinderTest, AQueryKeepsWhatHoldsEveryWordBestMatchesFirst) {
     EXPECT_EQ(finder.ChosenWindow(), nullptr) << "nothing to choose";
 }
 
-// The choice stays on its window while the window is listed, moves within the list, and falls
-// back to the first match.
 TEST_F(WindowFinderTest, TheChoiceFollowsItsWindowAndStaysWithinTheList) {
     WindowFinder finder(AllUserWindows(s_.os));
     EXPECT_EQ(finder.Chosen(), 0u);

@@ -111,19 +111,17 @@ std::string SystemTest::WhereInputIs() {
 
 ::testing::AssertionResult SystemTest::Type(int desk, std::initializer_list<WORD> keys,
                                             DWORD holdFor) {
-    if (support::TypeOn(kDesks[desk - 1], keys, holdFor)) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure()
-           << "the keys could not be typed on desktop " << desk << "; " << WhereInputIs();
+    return TypeInto(desk, nullptr, keys, holdFor);
 }
 
 ::testing::AssertionResult SystemTest::TypeInto(int desk, const wchar_t* windowClass,
-                                                std::initializer_list<WORD> keys) {
-    if (support::TypeOn(kDesks[desk - 1], keys, 0, windowClass)) {
+                                                std::initializer_list<WORD> keys, DWORD holdFor) {
+    if (support::TypeOn(kDesks[desk - 1], keys, holdFor, windowClass)) {
         return ::testing::AssertionSuccess();
     }
-    const std::wstring into(windowClass);
+    const std::wstring into = windowClass != nullptr ? L" into " + std::wstring(windowClass) : L"";
     return ::testing::AssertionFailure()
-           << "the keys could not be typed into " << std::string(into.begin(), into.end())
+           << "the keys could not be typed" << std::string(into.begin(), into.end())
            << " on desktop " << desk << "; " << WhereInputIs();
 }
 

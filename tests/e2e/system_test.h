@@ -44,7 +44,7 @@ class SystemTest : public ::testing::Test {
                                            DWORD holdFor = 0);
     // Types the keys on desktop N once a window of that class has the keyboard there.
     static ::testing::AssertionResult TypeInto(int desk, const wchar_t* windowClass,
-                                               std::initializer_list<WORD> keys);
+                                               std::initializer_list<WORD> keys, DWORD holdFor = 0);
     // Desktop N is shown and, where desktops switch, its banner has greeted the user: what a user
     // waits for before the next key (under Wine 10 a window shown on a desktop just left takes
     // the input back there).

@@ -166,14 +166,10 @@ TEST(KeyDisplayName, UsesFixedScanCodesForFourKeysAndTheLayoutForTheRest) {
 }
 
 #ifdef ZK_SOURCE_DIR
-std::string SourceFile(const char* path) {
-    std::ifstream file(std::string(ZK_SOURCE_DIR) + "/" + path);
-    return std::string((std::istreambuf_iterator<char>(file)), {});
-}
-
 // The README's table of registry values is the hotkey table as a user reads it.
 TEST(HotKeyTable, IsTheTableTheReadmeShows) {
-    const std::string readme = SourceFile("README.md");
+    std::ifstream file(std::string(ZK_SOURCE_DIR) + "/README.md");
+    const std::string readme((std::istreambuf_iterator<char>(file)), {});
     ASSERT_FALSE(readme.empty());
     for (const HotKeySetting& hotkey : kHotKeyTable) {
         const std::string row = "| " + std::to_string(hotkey.id) + " | " + hotkey.name + " | `" +

@@ -18,13 +18,6 @@ using testing::kOriginalResult;
 using testing::MakeProbe;
 using Seen = std::vector<std::string>;
 
-std::vector<Text> PropNames(sim::SimOs& os, Hwnd w) {
-    std::vector<Text> names;
-    for (const auto& [name, value] : os.WindowProps(w))
-        names.push_back(name);
-    return names;
-}
-
 std::optional<ZkError> ErrorOf(const std::function<void()>& attach) {
     try {
         attach();
@@ -160,7 +153,7 @@ TEST_F(Subclassing, AttachRefusesAGoneOrForeignWindowAFailedInstallAndADoubleAtt
         EXPECT_EQ(error->source(), u"Zelkova2.WindowProc");
         EXPECT_EQ(error->description(), c.description);
     }
-    EXPECT_TRUE(PropNames(os_, window_).empty()) << "a refused install changes nothing";
+    EXPECT_TRUE(os_.WindowProps(window_).empty()) << "a refused install changes nothing";
     MSubclass::AttachReceiver(*a, window_, kOne);
     const auto twice = ErrorOf([&] { MSubclass::AttachReceiver(*a, window_, kOne); });
     ASSERT_TRUE(twice.has_value());
