@@ -81,7 +81,7 @@ bool Herald::Woken(const Wake& wake) {
         case kShown:
             news_.Seen();
             shell_.Arrived();
-            if (BannerShown(registry_)) Greet(os_.GetTickCount64());
+            if (BannerShown(registry_)) Greet();
             break;
         case kControllerEnded:
             (void)LeaveNoEmptyDesktop(os_, desk_);
@@ -135,16 +135,12 @@ bool Herald::WentHere() {
 }
 
 // The banner greets the arrival at this desktop, and is not shown once the user has moved on:
-// under Wine 10 a window shown on a desktop just left takes the input back there. There the input
-// can also be away for a moment (a late focus notice, which the switcher's guard undoes): while
-// the record still names this desktop, the herald looks again.
-void Herald::Greet(std::uint64_t since) {
-    if (shown_.Now() == desk_) {
-        shell_.ShowBanner(DesktopName(registry_, desk_));
-    } else if (WentHere() && os_.GetTickCount64() - since < SwitchGuard::kWatchFor) {
-        set_.Later(
-            os_, SwitchGuard::kLookEvery, [this, since] { Greet(since); }, kLaterGreet);
-    }
+// under Wine 10 a window shown on a desktop just left takes the input back there.
+void Herald::Greet() {
+    OnceShown(
+        os_, set_, state_, shown_, desk_,
+        [this] { shell_.ShowBanner(DesktopName(registry_, desk_)); }, kLaterGreet,
+        os_.GetTickCount64());
 }
 
 Text Herald::Tooltip() {

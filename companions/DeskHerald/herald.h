@@ -89,7 +89,7 @@ class Herald {
   private:
     void NoteMissingPrograms();
     void GoToNews(std::size_t position);
-    void Greet(std::uint64_t since);
+    void Greet();
     [[nodiscard]] bool WentHere();
     void StartProgram(Program program);
 

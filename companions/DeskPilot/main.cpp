@@ -76,7 +76,9 @@ class PilotWindow final : public WindowBase<PilotWindow>, public Pilot::Shell {
         if (preview_.Away()) preview_.Hide();
         if (finder_.Away()) finder_.Hide();
     }
-    bool PreviewShown() override { return ::IsWindowVisible(preview_.Window()) != FALSE; }
+    bool PreviewShown() override {  // one put out of sight is in no picture
+        return ::IsWindowVisible(preview_.Window()) != FALSE && !preview_.Away();
+    }
     void ShowFinder() override {
         preview_.Hide();
         finder_.Show(pilot_->Block());

@@ -160,13 +160,16 @@ bool Pilot::Woken(const Wake& wake) {
         case kBringForward:
             (void)BringForwardIfAsked(os_, state_, desk_, shown_.Now());
             return true;
-        case kShown: {
-            const int shown = shown_.Now();
-            if (shown == desk_) shell_.HidePutAway();
-            (void)BringForwardIfAsked(os_, state_, desk_, shown);
+        case kShown:  // what was put away here goes, and the finder's choice comes forward
+            OnceShown(
+                os_, set_, state_, shown_, desk_,
+                [this] {
+                    shell_.HidePutAway();
+                    (void)BringForwardIfAsked(os_, state_, desk_, desk_);
+                },
+                0, os_.GetTickCount64());
             (void)os_.SetTimer(window_, kCaptureSoon, kMoment);
             return true;
-        }
         case kWhichKey:
             AnswerKeyQuestion();
             return true;

@@ -35,4 +35,18 @@ bool SwitchGuard::Look() {
     return false;
 }
 
+void OnceShown(KernelApi& clock, WaitSet& set, SharedState& state, ShownDesktop& shown, int desk,
+               const std::function<void()>& arrived, int key, std::uint64_t since) {
+    if (shown.Now() == desk) {
+        arrived();
+    } else if (state.Current() == desk && clock.GetTickCount64() - since < SwitchGuard::kWatchFor) {
+        set.Later(
+            clock, SwitchGuard::kLookEvery,
+            [&clock, &set, &state, &shown, desk, arrived, key, since] {
+                OnceShown(clock, set, state, shown, desk, arrived, key, since);
+            },
+            key);
+    }
+}
+
 }  // namespace zk::companion

@@ -8,8 +8,10 @@
 // target is shown again.
 
 #include <cstdint>
+#include <functional>
 
 #include "resident/desktop_shower.h"
+#include "resident/wait_loop.h"
 #include "shared/shown_desktop.h"
 #include "signals/shared_state.h"
 
@@ -38,5 +40,12 @@ class SwitchGuard {
     std::uint64_t since_ = 0;
     std::uint64_t keyTick_ = 0;
 };
+
+// Does `arrived` once the system shows `desk`, which the record names now. Right after a switch the
+// input can be away for a moment (what the guard undoes): while the record still names `desk`, it
+// looks again every kLookEvery until kWatchFor after `since`, under `key` in `set`; once the record
+// names another desktop, the user has moved on and nothing is done.
+void OnceShown(KernelApi& clock, WaitSet& set, SharedState& state, ShownDesktop& shown, int desk,
+               const std::function<void()>& arrived, int key, std::uint64_t since);
 
 }  // namespace zk::companion
